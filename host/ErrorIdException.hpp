@@ -1,0 +1,24 @@
+#pragma once
+
+// File: ErrorIdException.hpp
+// A host error with an identifier ("Unit:NotFound") besides its message. The units
+// library raises every error as one of these, thrown by pointer. Other libraries
+// catch `ErrorIdException*`, read both texts and delete the object.
+//
+// Example:
+//   catch (ErrorIdException* e) { log(e->getIdentifier(), e->getMessage()); delete e; }
+
+#include "host/Exception.hpp"
+
+#include <string>
+
+class ErrorIdException : public Exception {
+ public:
+  ErrorIdException(std::string identifier, std::string message);
+  ~ErrorIdException() override;
+
+  const char* getIdentifier() const { return identifier_.c_str(); }
+
+ private:
+  std::string identifier_;
+};

@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# Builds and runs every test.
+#   scripts/test.sh             release build (build/release)
+#   scripts/test.sh --sanitize  AddressSanitizer + UndefinedBehaviorSanitizer, leak
+#                               checking on (build/sanitize)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+flavour=release
+options=(-DCMAKE_BUILD_TYPE=Release -DTW_BUILD_BENCH=ON)
+if [ "${1:-}" = "--sanitize" ]; then
+  flavour=sanitize
+  options=(-DCMAKE_BUILD_TYPE=Debug -DTW_SANITIZE=ON)
+fi
+
+scripts/deps.sh
+cmake -S . -B "build/$flavour" "${options[@]}"
+cmake --build "build/$flavour" -j "$(nproc)"
+export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1"
+export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
+ctest --test-dir "build/$flavour" -j "$(nproc)" --output-on-failure
