@@ -1,10 +1,10 @@
 #include "host/Console.hpp"
 
-#include "host/Format.hpp"
-
 #include <cstdarg>
 #include <cstdio>
 #include <utility>
+
+#include "host/Format.hpp"
 
 namespace {
 
@@ -15,7 +15,9 @@ ConsoleSink& currentSink() {
 
 }  // namespace
 
-ConsoleSink utSetConsoleSink(ConsoleSink sink) { return std::exchange(currentSink(), std::move(sink)); }
+ConsoleSink utSetConsoleSink(ConsoleSink sink) {
+  return std::exchange(currentSink(), std::move(sink));
+}
 
 int utPrintf(const char* format, ...) {
   va_list args;

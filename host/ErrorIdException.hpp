@@ -8,9 +8,9 @@
 // Example:
 //   catch (ErrorIdException* e) { log(e->getIdentifier(), e->getMessage()); delete e; }
 
-#include "host/Exception.hpp"
-
 #include <string>
+
+#include "host/Exception.hpp"
 
 class ErrorIdException : public Exception {
  public:

@@ -1,8 +1,8 @@
 #include "host/Memory.hpp"
 
-#include "host/ErrorIdException.hpp"
-
 #include <cstdlib>
+
+#include "host/ErrorIdException.hpp"
 
 void* utMalloc(std::size_t size) { return std::malloc(size == 0 ? 1 : size); }
 

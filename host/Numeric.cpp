@@ -1,12 +1,13 @@
 #include "host/Numeric.hpp"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cfloat>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <strings.h>
 
 struct utFpcContext {};
 
@@ -30,7 +31,9 @@ double utRound(double value) { return std::round(value); }
 
 namespace {
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v'; }
+bool isBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
+}
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 

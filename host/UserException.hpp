@@ -4,9 +4,9 @@
 // The host's concrete error of host-language code: `error('Id:part', 'text')` in a
 // host function throws one of these by value.
 
-#include "host/IUserException.hpp"
-
 #include <string>
+
+#include "host/IUserException.hpp"
 
 namespace fl::except {
 

@@ -1,10 +1,10 @@
 #include "host/Warning.hpp"
 
-#include "host/Console.hpp"
-#include "host/ZophError.hpp"
-
 #include <cstdarg>
 #include <utility>
+
+#include "host/Console.hpp"
+#include "host/ZophError.hpp"
 
 struct utWarningContext {
   WarningHandler handler;

@@ -1,14 +1,15 @@
 #include "host/ZophError.hpp"
 
+#include <cstdarg>
+
 #include "host/ErrorIdException.hpp"
 #include "host/Format.hpp"
 #include "host/MessageTable.hpp"
 
-#include <cstdarg>
-
 std::string utVFormatMessage(int messageId, va_list args) {
   const char* text = utLookupMessage(static_cast<std::uint32_t>(messageId));
-  if (text == nullptr) return utFormat("Unknown message id 0x%X.", static_cast<unsigned>(messageId));
+  if (text == nullptr)
+    return utFormat("Unknown message id 0x%X.", static_cast<unsigned>(messageId));
   return utVFormat(text, args);
 }
 

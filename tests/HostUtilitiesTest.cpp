@@ -1,3 +1,9 @@
+#include <gtest/gtest.h>
+
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
 #include "host/Console.hpp"
 #include "host/MessageTable.hpp"
 #include "host/Numeric.hpp"
@@ -5,12 +11,6 @@
 #include "host/Warning.hpp"
 #include "host/ZophError.hpp"
 #include "tests/support/ErrorCapture.hpp"
-
-#include <gtest/gtest.h>
-
-#include <cfloat>
-#include <cmath>
-#include <limits>
 
 namespace {
 
@@ -47,12 +47,11 @@ TEST(HostNumeric, NumericStrings) {
     const char* text;
     bool numeric;
   } cases[] = {
-      {"2", true},      {"2.5", true},   {".5", true},        {"2.", true},
-      {"1e-3", true},   {"-1E+3", true}, {" +7 ", true},      {"Inf", true},
-      {"-inf", true},   {"NaN", true},   {"", false},         {" ", false},
-      {".", false},     {"e3", false},   {"1e", false},       {"2*meter", false},
-      {"meter", false}, {"1 2", false},  {"0x10", false},     {"--1", false},
-      {"(2)", false},   {"1.5.2", false}, {"Infinity", false}, {nullptr, false},
+      {"2", true},        {"2.5", true},    {".5", true},        {"2.", true},     {"1e-3", true},
+      {"-1E+3", true},    {" +7 ", true},   {"Inf", true},       {"-inf", true},   {"NaN", true},
+      {"", false},        {" ", false},     {".", false},        {"e3", false},    {"1e", false},
+      {"2*meter", false}, {"meter", false}, {"1 2", false},      {"0x10", false},  {"--1", false},
+      {"(2)", false},     {"1.5.2", false}, {"Infinity", false}, {nullptr, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text ? c.text : "<null>");
@@ -71,9 +70,9 @@ TEST(HostStrings, Identifiers) {
     const char* name;
     bool valid;
   } cases[] = {
-      {"meter", true},  {"pound_force", true}, {"m2", true},         {"Celsius", true},
-      {"", false},      {"2meter", false},     {"_meter", false},    {"me ter", false},
-      {"me-ter", false}, {"mètre", false},     {nullptr, false},
+      {"meter", true},   {"pound_force", true}, {"m2", true},      {"Celsius", true},
+      {"", false},       {"2meter", false},     {"_meter", false}, {"me ter", false},
+      {"me-ter", false}, {"mètre", false},      {nullptr, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name ? c.name : "<null>");

@@ -1,11 +1,11 @@
-#include "units/messages/UnitErrors.hpp"
-#include "units/messages/UnitsMessageCatalog.hpp"
-#include "tests/support/ErrorCapture.hpp"
-
 #include <gtest/gtest.h>
 
 #include <set>
 #include <string>
+
+#include "tests/support/ErrorCapture.hpp"
+#include "units/messages/UnitErrors.hpp"
+#include "units/messages/UnitsMessageCatalog.hpp"
 
 namespace TwUnits {
 namespace {

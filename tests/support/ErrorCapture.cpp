@@ -1,8 +1,8 @@
 #include "tests/support/ErrorCapture.hpp"
 
-#include "host/ErrorIdException.hpp"
-
 #include <memory>
+
+#include "host/ErrorIdException.hpp"
 
 std::optional<CapturedError> captureError(const std::function<void()>& action) {
   try {

@@ -6,14 +6,14 @@
 //                     "Referenced unit 'furlongs' does not exist.");
 //   WarningCapture warnings;  ...  EXPECT_EQ(warnings.identifiers(), {"Unit:Redefining"});
 
-#include "host/Warning.hpp"
-
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "host/Warning.hpp"
 
 struct CapturedError {
   std::string identifier;
@@ -25,25 +25,25 @@ struct CapturedError {
 // without identifier is reported with the identifier "<Exception>".
 std::optional<CapturedError> captureError(const std::function<void()>& action);
 
-#define EXPECT_UNIT_ERROR(statement, expectedId, expectedMessage)              \
-  do {                                                                         \
-    auto captured_ = captureError([&] { statement; });                         \
-    if (!captured_) {                                                          \
+#define EXPECT_UNIT_ERROR(statement, expectedId, expectedMessage)             \
+  do {                                                                        \
+    auto captured_ = captureError([&] { statement; });                        \
+    if (!captured_) {                                                         \
       ADD_FAILURE() << #statement " raised nothing; expected " << expectedId; \
-    } else {                                                                   \
-      EXPECT_EQ(captured_->identifier, expectedId) << #statement;              \
-      EXPECT_EQ(captured_->message, expectedMessage) << #statement;            \
-    }                                                                          \
+    } else {                                                                  \
+      EXPECT_EQ(captured_->identifier, expectedId) << #statement;             \
+      EXPECT_EQ(captured_->message, expectedMessage) << #statement;           \
+    }                                                                         \
   } while (0)
 
-#define EXPECT_UNIT_ERROR_ID(statement, expectedId)                            \
-  do {                                                                         \
-    auto captured_ = captureError([&] { statement; });                         \
-    if (!captured_) {                                                          \
+#define EXPECT_UNIT_ERROR_ID(statement, expectedId)                           \
+  do {                                                                        \
+    auto captured_ = captureError([&] { statement; });                        \
+    if (!captured_) {                                                         \
       ADD_FAILURE() << #statement " raised nothing; expected " << expectedId; \
-    } else {                                                                   \
-      EXPECT_EQ(captured_->identifier, expectedId) << #statement;              \
-    }                                                                          \
+    } else {                                                                  \
+      EXPECT_EQ(captured_->identifier, expectedId) << #statement;             \
+    }                                                                         \
   } while (0)
 
 // Collects the warnings issued while it lives, instead of printing them.
