@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <string>
+#include <vector>
+
+#include "host/CParseTree.hpp"
+#include "tests/support/ErrorCapture.hpp"
+
+namespace {
+
+using Tokens = std::vector<std::string>;
+
+Tokens parse(const char* text) {
+  CParseTree tree(text);
+  tree.init(false);
+  Tokens tokens;
+  tree.postFix(tokens);
+  return tokens;
+}
+Tokens parse(const std::string& text) { return parse(text.c_str()); }
+
+// The message of the Exception* that parsing raises (deleted here), or "" when none.
+std::string parseError(const char* text) {
+  auto error = captureError([&] { parse(text); });
+  return error ? error->message : "";
+}
+std::string parseError(const std::string& text) { return parseError(text.c_str()); }
+
+TEST(CParseTree, PostfixFollowsPrecedenceLeftGroupingAndFoldedMinus) {
+  struct Case {
+    const char* text;
+    Tokens postfix;
+  } cases[] = {
+      {"kilogram*meter/second^2", {"kilogram", "meter", "*", "second", "2", "^", "/"}},
+      {"(kilogram*meter^2)/(ampere*second^3)",
+       {"kilogram", "meter", "2", "^", "*", "ampere", "second", "3", "^", "*", "/"}},
+      {"liter/meter*meter", {"liter", "meter", "/", "meter", "*"}},
+      {"1/second", {"1", "second", "/"}},
+      {"a^b^c", {"a", "b", "^", "c", "^"}},
+      {"a-b-c", {"a", "b", "-", "c", "-"}},
+      {"a+b*c^d", {"a", "b", "c", "d", "^", "*", "+"}},
+      {"a^b*c+d", {"a", "b", "^", "c", "*", "d", "+"}},
+      {"meter^0", {"meter", "0", "^"}},
+      {"(2)", {"2"}},
+      {"((((meter))))", {"meter"}},
+      {" \tm_2 *\t_x ", {"m_2", "_x", "*"}},
+      {"2.5*.5*2.*1e-3*1E+3", {"2.5", ".5", "*", "2.", "*", "1e-3", "*", "1E+3", "*"}},
+      {"second^-1", {"second", "-1", "^"}},
+      {"-2", {"-2"}},
+      {"-.5e-2", {"-.5e-2"}},
+      {"2*-3", {"2", "-3", "*"}},
+      {"2 - -3", {"2", "-3", "-"}},
+      {"(-2)^ -2", {"-2", "-2", "^"}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(parse(c.text), c.postfix);
+  }
+}
+
+TEST(CParseTree, SyntaxErrorsNameTokenAndColumn) {
+  struct Case {
+    const char* text;
+    const char* message;
+  } cases[] = {
+      {nullptr, "unexpected end of text at column 1"},
+      {"  ", "unexpected end of text at column 3"},
+      {"meter*", "unexpected end of text at column 7"},
+      {"(meter", "unexpected end of text at column 7"},
+      {"(meter))", "unexpected ')' at column 8"},
+      {"*", "unexpected '*' at column 1"},
+      {"()", "unexpected ')' at column 2"},
+      {"meter second", "unexpected 'second' at column 7"},
+      {"me ter^", "unexpected 'ter' at column 4"},
+      {"2 3", "unexpected '3' at column 3"},
+      {"meter**2", "unexpected '*' at column 7"},
+      {"meter(2)", "unexpected '(' at column 6"},
+      {"me#ter", "unexpected character '#' at column 3"},
+      {"a.b", "unexpected character '.' at column 2"},
+      {"1.5.2", "unexpected '.2' at column 4"},
+      {"2e", "unexpected 'e' at column 2"},
+      {"1e+3e", "unexpected 'e' at column 5"},
+      {"-meter", "unexpected '-' at column 1"},
+      {"-(2)", "unexpected '-' at column 1"},
+      {"- 2", "unexpected '-' at column 1"},
+      {"--2", "unexpected '-' at column 1"},
+      {"second^+1", "unexpected '+' at column 8"},
+      {"meter\n", "unexpected byte 0x0A at column 6"},
+      {"m\xC3\xA8tre", "unexpected byte 0xC3 at column 2"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(parseError(c.text), c.message);
+  }
+}
+
+TEST(CParseTree, EveryByteOutsideTheGrammarIsRejected) {
+  const std::string allowed = " \t_.+-*/^()";
+  for (int byte = 1; byte < 256; ++byte) {
+    const char c = static_cast<char>(byte);
+    if (std::isalnum(byte) || allowed.find(c) != std::string::npos) continue;
+    SCOPED_TRACE(byte);
+    EXPECT_NE(parseError(std::string("a*") + c + "b").find("at column 3"), std::string::npos);
+  }
+}
+
+TEST(CParseTree, PostFixAppendsAndAFailedParseYieldsNothing) {
+  CParseTree tree("a*b");
+  Tokens tokens{"kept"};
+  tree.postFix(tokens);
+  EXPECT_EQ(tokens, Tokens{"kept"});
+  tree.init(false);
+  tree.init(false);
+  tree.postFix(tokens);
+  EXPECT_EQ(tokens, (Tokens{"kept", "a", "b", "*"}));
+
+  CParseTree broken("a*b)");
+  EXPECT_TRUE(captureError([&] { broken.init(false); }));
+  broken.postFix(tokens);
+  EXPECT_EQ(tokens.size(), 4u);
+}
+
+TEST(CParseTree, DeepNestingNeedsNoStack) {
+  for (std::size_t depth : {10000u, 1000000u}) {
+    SCOPED_TRACE(depth);
+    const std::string open(depth, '('), close(depth, ')');
+    EXPECT_EQ(parse(open + "meter^2" + close + "*s"), (Tokens{"meter", "2", "^", "s", "*"}));
+    EXPECT_EQ(parseError(open + "meter" + close.substr(1)),
+              "unexpected end of text at column " + std::to_string(2 * depth + 5));
+    EXPECT_EQ(parseError(open + "meter" + close + ")"),
+              "unexpected ')' at column " + std::to_string(2 * depth + 6));
+  }
+}
+
+TEST(CParseTree, LongTextKeepsLeftGrouping) {
+  const std::size_t terms = 250000;  // a text of 1 MB
+  std::string text = "abc";
+  Tokens expected{"abc"};
+  for (std::size_t i = 1; i < terms; ++i) {
+    text += i % 2 ? "*def" : "/ghi";
+    expected.insert(expected.end(), {i % 2 ? "def" : "ghi", i % 2 ? "*" : "/"});
+  }
+  EXPECT_EQ(parse(text), expected);
+}
+
+}  // namespace
