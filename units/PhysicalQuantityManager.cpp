@@ -1,0 +1,225 @@
+#include "units/PhysicalQuantityManager.hpp"
+
+#include <boost/bind/bind.hpp>
+#include <string>
+
+#include "host/StringUtils.hpp"
+#include "host/StringVector.hpp"
+#include "units/UnitChangeEvent.hpp"
+#include "units/UnitComposition.hpp"
+#include "units/messages/UnitErrors.hpp"
+
+namespace TwUnits {
+
+namespace {
+
+struct BuiltinQuantity {
+  const char* name;
+  int exponents[kBaseDimensionCount];  // amount, mass, length, time, temperature, current, luminous
+};
+
+// The order is the quantity index, which units and compositions refer to.
+constexpr BuiltinQuantity kBuiltinQuantities[] = {
+    {"amount", {1, 0, 0, 0, 0, 0, 0}},
+    {"mass", {0, 1, 0, 0, 0, 0, 0}},
+    {"length", {0, 0, 1, 0, 0, 0, 0}},
+    {"time", {0, 0, 0, 1, 0, 0, 0}},
+    {"temperature", {0, 0, 0, 0, 1, 0, 0}},
+    {"current", {0, 0, 0, 0, 0, 1, 0}},
+    {"luminous_intensity", {0, 0, 0, 0, 0, 0, 1}},
+    {"area", {0, 0, 2, 0, 0, 0, 0}},
+    {"volume", {0, 0, 3, 0, 0, 0, 0}},
+    {"energy", {0, 1, 2, -2, 0, 0, 0}},
+    {"velocity", {0, 0, 1, -1, 0, 0, 0}},
+    {"acceleration", {0, 0, 1, -2, 0, 0, 0}},
+    {"pressure", {0, 1, -1, -2, 0, 0, 0}},
+    {"power", {0, 1, 2, -3, 0, 0, 0}},
+    {"concentration", {1, 0, -3, 0, 0, 0, 0}},
+    {"density", {0, 1, -3, 0, 0, 0, 0}},
+    {"frequency", {0, 0, 0, -1, 0, 0, 0}},
+    {"force", {0, 1, 1, -2, 0, 0, 0}},
+    {"charge", {0, 0, 0, 1, 0, 1, 0}},
+    {"potential", {0, 1, 2, -3, 0, -1, 0}},
+    {"capacitance", {0, -1, -2, 4, 0, 2, 0}},
+    {"resistance", {0, 1, 2, -3, 0, -2, 0}},
+    {"conductance", {0, -1, -2, 3, 0, 2, 0}},
+    {"magnetic_flux", {0, 1, 2, -2, 0, -1, 0}},
+    {"magnetic_flux_density", {0, 1, 0, -2, 0, -1, 0}},
+    {"inductance", {0, 1, 2, -2, 0, -2, 0}},
+    {"absorbed_dose", {0, 0, 2, -2, 0, 0, 0}},
+    {"catalytic_activity", {1, 0, 0, -1, 0, 0, 0}},
+    {"one_over_amount_time", {-1, 0, 0, -1, 0, 0, 0}},
+    {"one_over_amount_amount_time", {-2, 0, 0, -1, 0, 0, 0}},
+    {"mass_over_time", {0, 1, 0, -1, 0, 0, 0}},
+    {"concentration_over_time", {1, 0, -3, -1, 0, 0, 0}},
+    {"amount_over_length", {1, 0, -1, 0, 0, 0, 0}},
+    {"amount_over_length2", {1, 0, -2, 0, 0, 0, 0}},
+    {"mass_over_length", {0, 1, -1, 0, 0, 0, 0}},
+    {"mass_over_length2", {0, 1, -2, 0, 0, 0, 0}},
+    {"dimensionless", {0, 0, 0, 0, 0, 0, 0}},
+};
+static_assert(std::size(kBuiltinQuantities) == PhysicalQuantityManager::kBuiltinQuantityCount);
+
+// Never reset: anonymous names stay unique for the life of the process.
+int anonymousCounter = 0;
+
+}  // namespace
+
+PhysicalQuantityManager* PhysicalQuantityManager::Instance() {
+  static PhysicalQuantityManager* instance = new PhysicalQuantityManager();
+  return instance;
+}
+
+PhysicalQuantityManager::PhysicalQuantityManager() : listeners_(std::make_unique<Listeners>()) {
+  setup();
+}
+
+PhysicalQuantityManager::~PhysicalQuantityManager() = default;
+
+void PhysicalQuantityManager::setup() {
+  quantities_.reserve(kBuiltinQuantityCount);
+  for (const BuiltinQuantity& builtin : kBuiltinQuantities) {
+    quantities_.push_back(std::make_unique<QuantityDimension>(builtin.exponents, builtin.name));
+  }
+  registerInternalListeners();
+  builtinCount_ = static_cast<int>(quantities_.size());
+}
+
+void PhysicalQuantityManager::setupQuantities() {
+  // In front, so that quantities registered before the unit registry existed keep
+  // their names aligned with their indexes.
+  std::vector<std::string> names;
+  names.reserve(kBuiltinQuantityCount + names_.size());
+  for (const BuiltinQuantity& builtin : kBuiltinQuantities) names.emplace_back(builtin.name);
+  names.insert(names.end(), names_.begin(), names_.end());
+  names_ = std::move(names);
+}
+
+void PhysicalQuantityManager::registerInternalListeners() {
+  using namespace boost::placeholders;
+  UnitChangeEvent* sender = UnitChangeEvent::Instance();
+  addPhysicalQuantityRegisteredListener(
+      boost::bind(&UnitChangeEvent::postQuantityCreated, sender, _1));
+  addPhysicalQuantityUnregisteredListener(
+      boost::bind(&UnitChangeEvent::postQuantityRemoved, sender, _1, _2));
+}
+
+void PhysicalQuantityManager::addPhysicalQuantityRegisteredListener(
+    const RegisteredListener& listener) {
+  listeners_->registered.push_back(listener);
+}
+
+void PhysicalQuantityManager::addPhysicalQuantityUnregisteredListener(
+    const UnregisteredListener& listener) {
+  listeners_->unregistered.push_back(listener);
+}
+
+void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* quantity) {
+  if (!isValidCALVEXIdentifier(quantity->getName())) raiseError(errors::QuantityNameInvalid);
+  const std::string name = quantity->getName();
+  for (const auto& entry : quantities_) {
+    if (name == entry->getName()) raiseError(errors::QuantityDuplicateName, name);
+    if (*quantity == *entry)
+      raiseError(errors::QuantityDuplicateDimensions, name, entry->getName());
+  }
+  names_.push_back(name);
+  // The registry takes over the caller's object once every check has passed.
+  quantities_.emplace_back(const_cast<QuantityDimension*>(quantity));
+  for (const RegisteredListener& listener : listeners_->registered) listener(quantity);
+}
+
+void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name) {
+  int index = -1;
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    if (names_[i] == name) {
+      index = static_cast<int>(i);
+      break;
+    }
+  }
+  if (index < 0) raiseError(errors::QuantityNotFound, name);
+  if (index < builtinCount_) raiseError(errors::CannotUnregisterBuiltinQuantity);
+
+  for (const UnregisteredListener& listener : listeners_->unregistered) {
+    listener(quantities_.at(static_cast<std::size_t>(index)).get(),
+             static_cast<unsigned long>(index));
+  }
+
+  std::vector<std::unique_ptr<QuantityDimension>> kept;
+  kept.reserve(quantities_.size());
+  for (auto& quantity : quantities_) {
+    if (name != quantity->getName()) kept.push_back(std::move(quantity));
+  }
+  quantities_ = std::move(kept);
+  names_.erase(names_.begin() + index);
+}
+
+void PhysicalQuantityManager::registerAnonymousPQ(const UnitComposition* composition) {
+  ++anonymousCounter;
+  std::vector<int> numerator, denominator;
+  composition->getQuantityIdxVector(numerator, true);
+  composition->getQuantityIdxVector(denominator, false);
+  QuantityDimension dimensions(&numerator);
+  dimensions /= QuantityDimension(&denominator);
+  dimensions.setName(("Unnamed_Quant_" + std::to_string(anonymousCounter)).c_str());
+  auto quantity = std::make_unique<QuantityDimension>(dimensions);
+  registerPhysicalQuantity(quantity.get());
+  quantity.release();  // the registry owns it now
+}
+
+const QuantityDimension* PhysicalQuantityManager::getQuantityDimension(int index) const {
+  if (index < 0 || index >= getNumQuantities()) return nullptr;
+  return quantities_[static_cast<std::size_t>(index)].get();
+}
+
+const QuantityDimensionApi* PhysicalQuantityManager::getQuantityDimensionApi(int index) const {
+  return getQuantityDimension(index);
+}
+
+int PhysicalQuantityManager::getQuantityIdx(const std::string& name) const {
+  for (std::size_t i = 0; i < quantities_.size(); ++i) {
+    if (name == quantities_[i]->getName()) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+int PhysicalQuantityManager::getQuantityIdx(const QuantityDimensionApi* dimensions) const {
+  for (std::size_t i = 0; i < quantities_.size(); ++i) {
+    if (*dimensions == *quantities_[i]) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+int PhysicalQuantityManager::getQuantityIdx(const QuantityDimension* dimensions) const {
+  return getQuantityIdx(static_cast<const QuantityDimensionApi*>(dimensions));
+}
+
+int PhysicalQuantityManager::getQuantityIdx(const int* exponents) const {
+  for (std::size_t i = 0; i < quantities_.size(); ++i) {
+    if (quantities_[i]->matchesSignature(exponents)) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+StringVector* PhysicalQuantityManager::getAllQuantityTypeStrings() const {
+  auto list = std::make_unique<StringVector>();
+  for (const std::string& name : names_) list->addElement(name.c_str());
+  return list.release();
+}
+
+QuantityDimension* PhysicalQuantityManager::getCancelingDimensions(
+    const QuantityDimension* quantity) const {
+  auto canceling = std::make_unique<QuantityDimension>();
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b) (*canceling)[b] = -quantity->at(b);
+  return canceling.release();
+}
+
+QuantityDimensionApi* PhysicalQuantityManager::createQuantityDimensionApi() const {
+  return new QuantityDimension();
+}
+
+QuantityDimensionApi* PhysicalQuantityManager::createQuantityDimensionApi(
+    const QuantityDimensionApi* quantity) const {
+  return quantity->clone();
+}
+
+}  // namespace TwUnits

@@ -1,0 +1,598 @@
+#include "units/QuantityStringParser.hpp"
+
+#include <algorithm>
+#include <boost/shared_ptr.hpp>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <set>
+#include <tuple>
+
+#include "host/CParseTree.hpp"
+#include "host/Exception.hpp"
+#include "host/Numeric.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/QuantityDimension.hpp"
+#include "units/UnitComposition.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+#include "units/messages/UnitErrors.hpp"
+
+namespace TwUnits {
+
+namespace {
+
+// A power may not blow a composition up beyond this many unit powers: "meter^2000000000"
+// would otherwise exhaust memory.
+constexpr long long kMaxCompositionUnits = 100;
+
+double readNumber(const std::string& token) {
+  return ut_strtod(utGetFpcContext(), token.c_str(), nullptr, 0);
+}
+
+// The value truncated toward zero, when a signed 32-bit integer can hold it.
+bool truncatedToInt32(double value, std::int32_t& truncated) {
+  if (!(value > -2147483649.0 && value < 2147483648.0)) return false;
+  truncated = static_cast<std::int32_t>(value);
+  return true;
+}
+
+// A value counts as an integer when it equals its truncation within the tolerance.
+bool readInteger(const std::string& token, std::int32_t& value) {
+  double number = readNumber(token);
+  return truncatedToInt32(number, value) && utEqualWithinEps(number, value);
+}
+
+// Runs the host parser; its syntax error is freed and reported as `failure`.
+std::vector<std::string> postfixTokens(const std::string& composition, UnitError failure) {
+  CParseTree tree(composition.c_str());
+  try {
+    tree.init(false);
+  } catch (Exception* raised) {
+    delete raised;
+    raiseError(failure);
+  }
+  std::vector<std::string> tokens;
+  tree.postFix(tokens);
+  return tokens;
+}
+
+void requirePowerWithinLimit(std::size_t units, std::int32_t exponent) {
+  if (static_cast<long long>(units) * std::llabs(exponent) > kMaxCompositionUnits) {
+    raiseError(errors::CompositionLimit);
+  }
+}
+
+template <typename T>
+std::unique_ptr<T> popOrFail(std::vector<std::unique_ptr<T>>& stack, UnitError failure) {
+  if (stack.empty()) raiseError(failure);
+  std::unique_ptr<T> top = std::move(stack.back());
+  stack.pop_back();
+  return top;
+}
+
+struct UnitOperand {
+  std::unique_ptr<UnitComposition> composition;
+  std::int32_t literal;
+};
+
+UnitOperand popUnitOperand(QuantityStringParser::UnitStack& stack) {
+  if (stack.compositions.empty()) raiseError(errors::BadUnitCompositionParse);
+  UnitOperand operand{std::move(stack.compositions.back()), stack.literals.back()};
+  stack.compositions.pop_back();
+  stack.literals.pop_back();
+  return operand;
+}
+
+void pushComposition(QuantityStringParser::UnitStack& stack,
+                     std::unique_ptr<UnitComposition> composition,
+                     std::int32_t literal = QuantityStringParser::kCompositionMarker) {
+  stack.compositions.push_back(std::move(composition));
+  stack.literals.push_back(literal);
+}
+
+}  // namespace
+
+QuantityStringParser* QuantityStringParser::Instance() {
+  static QuantityStringParser* instance = new QuantityStringParser();
+  return instance;
+}
+
+QuantityStringParser::~QuantityStringParser() = default;
+
+int QuantityStringParser::getTokenEnum(const std::string& token) {
+  if (token == "*") return MULTIPLY;
+  if (token == "/") return DIVIDE;
+  if (token == "+") return PLUS;
+  if (token == "-") return MINUS;
+  if (token == "^") return POWER;
+  if (isstrnumeric(token.c_str())) return NUMBER;
+  return NAME;
+}
+
+// ---- Unit compositions ----
+
+UnitComposition* QuantityStringParser::createUnitCompFromString(
+    const std::string& composition) const {
+  if (isstrnumeric(composition.c_str())) raiseError(errors::UnitCompositionNumeric);
+  std::vector<std::string> tokens = postfixTokens(composition, errors::BadUnitCompositionParse);
+  UnitStack stack;
+  for (const std::string& token : tokens) {
+    switch (getTokenEnum(token)) {
+      case MULTIPLY:
+        handleMultOnUnitComp(stack);
+        break;
+      case DIVIDE:
+        handleDivOnUnitComp(stack);
+        break;
+      case PLUS:
+      case MINUS:
+        handlePlusMinusOnUnitComp(stack);
+        break;
+      case POWER:
+        handlePowOnUnitComp(stack);
+        break;
+      case NUMBER:
+        handleNumericOnUnitComp(stack, token);
+        break;
+      default:
+        handleUnitEntryOnUnitComp(stack, token);
+    }
+  }
+  if (stack.compositions.size() != 1) raiseError(errors::BadUnitCompositionParse);
+  return stack.compositions.back().release();
+}
+
+UnitCompositionApi* QuantityStringParser::createUnitCompApiFromString(
+    const std::string& composition) const {
+  return createUnitCompFromString(composition);
+}
+
+void QuantityStringParser::handleNumericOnUnitComp(UnitStack& stack,
+                                                   const std::string& token) const {
+  std::int32_t value = 0;
+  if (!readInteger(token, value)) raiseError(errors::IntegersOnlyInComposition);
+  pushComposition(stack, std::make_unique<UnitComposition>(), value);
+}
+
+void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
+                                                     const std::string& token) const {
+  UnitManager* units = UnitManager::Instance();
+  if (const UnitComposition* cached = units->getCachedComposition(token)) {
+    pushComposition(stack, std::make_unique<UnitComposition>(*cached));
+    return;
+  }
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  std::string rest = token, prefixName;
+  prefixes->stripPrefixAndGetMultiplier(rest, prefixName);
+  const UnitComposition* found = units->getCachedComposition(rest);
+  if (found == nullptr) raiseError(errors::NotFound, rest);
+
+  UnitComposition::UnitSet numerator = found->getNumerator();
+  bool prefixAsFactor = numerator.empty();
+  if (!numerator.empty()) {
+    UnitBase first = *numerator.begin();
+    numerator.erase(numerator.begin());
+    if (first.getPrefixIdx() == -1) {
+      first = UnitBase(first.getPQIdx(), first.getUnitIdx(), prefixes->getPrefixIndex(prefixName));
+    } else {
+      prefixAsFactor = true;
+    }
+    numerator.insert(first);
+  }
+  auto composition = std::make_unique<UnitComposition>(numerator, found->getDenominator());
+  composition->setMultiplier(found->getMultiplier());
+  if (prefixAsFactor) {
+    composition->setMultiplier(composition->getMultiplier() *
+                               prefixes->getPrefixMultiplier2(prefixName));
+  }
+  pushComposition(stack, std::move(composition));
+}
+
+void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
+  UnitOperand right = popUnitOperand(stack);
+  UnitOperand left = popUnitOperand(stack);
+  if (right.literal != kCompositionMarker || left.literal != kCompositionMarker) {
+    raiseError(errors::InvalidCompositionMathMult);
+  }
+  *left.composition *= *right.composition;
+  pushComposition(stack, std::move(left.composition));
+}
+
+void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
+  UnitOperand right = popUnitOperand(stack);
+  UnitOperand left = popUnitOperand(stack);
+  if (right.literal != kCompositionMarker ||
+      (left.literal != kCompositionMarker && left.literal != 1)) {
+    raiseError(errors::InvalidCompositionMathDiv);
+  }
+  *left.composition /= *right.composition;
+  pushComposition(stack, std::move(left.composition));
+}
+
+void QuantityStringParser::handlePowOnUnitComp(UnitStack& stack) const {
+  if (stack.literals.empty()) raiseError(errors::BadUnitCompositionParse);
+  if (stack.literals.back() == kCompositionMarker)
+    raiseError(errors::CompositionExponentMustBeInteger);
+  UnitOperand exponent = popUnitOperand(stack);
+  UnitOperand base = popUnitOperand(stack);
+  requirePowerWithinLimit(
+      base.composition->getNumerator().size() + base.composition->getDenominator().size(),
+      exponent.literal);
+  *base.composition ^= exponent.literal;
+  pushComposition(stack, std::move(base.composition));
+}
+
+void QuantityStringParser::handlePlusMinusOnUnitComp(UnitStack&) const {
+  raiseError(errors::InvalidMathInUnitComposition);
+}
+
+// ---- Quantity compositions ----
+
+QuantityDimension* QuantityStringParser::createQuantityDimensionFromString(
+    const std::string& composition) const {
+  std::vector<std::string> tokens = postfixTokens(composition, errors::BadQuantityParse);
+  QuantityStack stack;
+  std::string previous;
+  for (const std::string& token : tokens) {
+    switch (getTokenEnum(token)) {
+      case NAME:
+        handleDimensionEntryOnQD(stack, token);
+        break;
+      case NUMBER:
+        handleNumericOnQD(stack, token);
+        break;
+      case MULTIPLY:
+        handleMultOnQD(stack);
+        break;
+      case DIVIDE:
+        handleDivOnQD(stack);
+        break;
+      case POWER:
+        handlePowOnQD(stack, previous);
+        break;
+      default:
+        handlePlusMinusOnQD(stack);
+    }
+    previous = token;
+  }
+  if (stack.empty()) raiseError(errors::BadQuantityParse);
+  return stack.back().release();  // anything left below the top is discarded
+}
+
+void QuantityStringParser::handleDimensionEntryOnQD(QuantityStack& stack,
+                                                    const std::string& token) const {
+  PhysicalQuantityManager* quantities = PhysicalQuantityManager::Instance();
+  int index = quantities->getQuantityIdx(token);
+  if (index == -1) raiseError(errors::QuantityNotFound, token);
+  stack.push_back(std::make_unique<QuantityDimension>(*quantities->getQuantityDimension(index)));
+}
+
+void QuantityStringParser::handleNumericOnQD(QuantityStack& stack, const std::string& token) const {
+  std::int32_t value = 0;
+  if (!readInteger(token, value)) raiseError(errors::IntegersOnlyInQuantity);
+  stack.push_back(std::make_unique<QuantityDimension>());
+}
+
+void QuantityStringParser::handleMultOnQD(QuantityStack& stack) const {
+  auto right = popOrFail(stack, errors::BadQuantityParse);
+  auto left = popOrFail(stack, errors::BadQuantityParse);
+  *right *= *left;
+  stack.push_back(std::move(right));
+}
+
+void QuantityStringParser::handleDivOnQD(QuantityStack& stack) const {
+  auto right = popOrFail(stack, errors::BadQuantityParse);
+  auto left = popOrFail(stack, errors::BadQuantityParse);
+  *left /= *right;
+  stack.push_back(std::move(left));
+}
+
+void QuantityStringParser::handlePowOnQD(QuantityStack& stack,
+                                         const std::string& previousToken) const {
+  popOrFail(stack, errors::BadQuantityParse);  // the exponent's placeholder
+  auto base = popOrFail(stack, errors::BadQuantityParse);
+  if (!isstrnumeric(previousToken.c_str())) raiseError(errors::IntegersOnlyInQuantity);
+  double value = readNumber(previousToken);
+  double rounded = utRound(value);
+  std::int32_t exponent = 0;
+  if (!utEqualWithinEps(rounded, value) || !truncatedToInt32(rounded, exponent)) {
+    raiseError(errors::IntegersOnlyInQuantity);
+  }
+  *base ^= exponent;
+  stack.push_back(std::move(base));
+}
+
+void QuantityStringParser::handlePlusMinusOnQD(QuantityStack&) const {
+  raiseError(errors::InvalidMathInQuantity);
+}
+
+// ---- Containment ----
+
+bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
+                                                 const std::string& unitName) const {
+  CParseTree tree(composition.c_str());
+  try {
+    tree.init(false);
+  } catch (Exception* raised) {
+    delete raised;  // a text that does not parse names no unit
+  }
+  std::vector<std::string> tokens;
+  tree.postFix(tokens);
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  for (const std::string& token : tokens) {
+    std::string unit = prefixes->stripPrefixFromSingleUnit(token);
+    if (getTokenEnum(unit) == NAME && unit == unitName) return true;
+  }
+  return false;
+}
+
+// ---- Make-up: the units as written, with net exponents ----
+
+namespace {
+
+// Make-up terms order their units by quantity, unit and prefix, compared signed.
+struct SignedUnitOrder {
+  bool operator()(const UnitBase& a, const UnitBase& b) const {
+    auto key = [](const UnitBase& u) {
+      return std::make_tuple(static_cast<std::int32_t>(u.getPQIdx()),
+                             static_cast<std::int32_t>(u.getUnitIdx()), u.getPrefixIdx());
+    };
+    return key(a) < key(b);
+  }
+};
+
+using TermUnits = std::multiset<UnitBase, SignedUnitOrder>;
+
+struct MakeupTerm {
+  TermUnits numerator;
+  TermUnits denominator;
+};
+
+using TermStack = std::vector<MakeupTerm>;
+
+// The 1 of "1/second": quantity and unit at the largest signed value, no prefix.
+const UnitBase& literalOne() {
+  static const UnitBase marker(2147483647u, 2147483647u, -1);
+  return marker;
+}
+
+struct Cursor {
+  const std::vector<std::string>& tokens;
+  std::size_t position;
+  bool atEnd() const { return position >= tokens.size(); }
+};
+
+MakeupTerm popTerm(TermStack& stack) {
+  if (stack.empty()) raiseError(errors::InternalParseError);
+  MakeupTerm term = std::move(stack.back());
+  stack.pop_back();
+  return term;
+}
+
+void multiplyInto(MakeupTerm& result, const MakeupTerm& factor) {
+  result.numerator.insert(factor.numerator.begin(), factor.numerator.end());
+  result.denominator.insert(factor.denominator.begin(), factor.denominator.end());
+}
+
+void divideInto(MakeupTerm& result, const MakeupTerm& divisor) {
+  result.numerator.insert(divisor.denominator.begin(), divisor.denominator.end());
+  result.denominator.insert(divisor.numerator.begin(), divisor.numerator.end());
+}
+
+// One handler per token kind. handleToken answers true when the caller moves on to
+// the next token, false when it has moved the cursor itself.
+class ExpressionHelperTop {
+ public:
+  virtual ~ExpressionHelperTop() = default;
+  virtual bool handleToken(TermStack&, Cursor&) const { raiseError(errors::InternalParseError); }
+};
+
+template <int Kind>
+class ExpressionHelper : public ExpressionHelperTop {};
+
+template <>
+class ExpressionHelper<QuantityStringParserApi::MULTIPLY> : public ExpressionHelperTop {
+ public:
+  bool handleToken(TermStack& stack, Cursor&) const override {
+    MakeupTerm right = popTerm(stack);
+    MakeupTerm left = popTerm(stack);
+    multiplyInto(right, left);
+    stack.push_back(std::move(right));
+    return true;
+  }
+};
+
+template <>
+class ExpressionHelper<QuantityStringParserApi::DIVIDE> : public ExpressionHelperTop {
+ public:
+  bool handleToken(TermStack& stack, Cursor&) const override {
+    MakeupTerm right = popTerm(stack);
+    MakeupTerm left = popTerm(stack);
+    divideInto(left, right);
+    stack.push_back(std::move(left));
+    return true;
+  }
+};
+
+template <>
+class ExpressionHelper<QuantityStringParserApi::NUMBER> : public ExpressionHelperTop {
+ public:
+  bool handleToken(TermStack& stack, Cursor& cursor) const override {
+    double value = readNumber(cursor.tokens[cursor.position]);
+    std::int32_t n = 0;
+    if (!truncatedToInt32(value, n))
+      n = std::isnan(value) ? 0 : (value > 0 ? 2147483647 : -2147483647);
+    bool moved = false;
+    if (n == 1) {
+      ++cursor.position;
+      moved = true;
+      if (cursor.atEnd()) raiseError(errors::InternalParseError);
+      if (getTokenKind(cursor) != QuantityStringParserApi::POWER) {
+        stack.push_back(MakeupTerm{{literalOne()}, {}});
+        return false;
+      }
+    }
+    MakeupTerm base = popTerm(stack);
+    requirePowerWithinLimit(base.numerator.size() + base.denominator.size(), n);
+    MakeupTerm result;
+    bool emptyBase = base.numerator.empty() && base.denominator.empty();
+    if (n != 0 && !emptyBase) {
+      result = base;
+      if (n < 0) std::swap(result.numerator, result.denominator);
+      for (std::int32_t i = 1; i < std::abs(n); ++i) {
+        if (n > 0) {
+          multiplyInto(result, base);
+        } else {
+          divideInto(result, base);
+        }
+      }
+    }
+    stack.push_back(std::move(result));
+    if (!moved) {
+      ++cursor.position;
+      if (cursor.atEnd() || getTokenKind(cursor) != QuantityStringParserApi::POWER) {
+        raiseError(errors::InternalParseError);
+      }
+    }
+    return true;
+  }
+
+ private:
+  static int getTokenKind(const Cursor& cursor) {
+    return QuantityStringParser::getTokenEnum(cursor.tokens[cursor.position]);
+  }
+};
+
+template <>
+class ExpressionHelper<QuantityStringParserApi::NAME> : public ExpressionHelperTop {
+ public:
+  bool handleToken(TermStack& stack, Cursor& cursor) const override {
+    UnitManager* units = UnitManager::Instance();
+    std::string name = cursor.tokens[cursor.position];
+    int prefix = -1;
+    if (units->isPrefixStringOnUnit(name)) {
+      std::string prefixName;
+      UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+      prefixes->stripPrefixAndGetMultiplier(name, prefixName);
+      prefix = prefixes->getPrefixIndex(prefixName);
+    }
+    int quantity = units->getUnitPhysicalQuantityType(name);
+    int unit = units->getUnitIndex(quantity, name);
+    stack.push_back(MakeupTerm{
+        {UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(unit), prefix)},
+        {}});
+    return true;
+  }
+};
+
+using HandlerTable = std::vector<boost::shared_ptr<ExpressionHelperTop>>;
+
+// Created on first use and kept for the life of the process.
+const HandlerTable& handlerTable() {
+  static const HandlerTable* table = new HandlerTable{
+      boost::shared_ptr<ExpressionHelperTop>(new ExpressionHelper<0>()),
+      boost::shared_ptr<ExpressionHelperTop>(new ExpressionHelper<1>()),
+      boost::shared_ptr<ExpressionHelperTop>(new ExpressionHelper<2>()),
+      boost::shared_ptr<ExpressionHelperTop>(new ExpressionHelper<3>()),
+      boost::shared_ptr<ExpressionHelperTop>(new ExpressionHelper<4>()),
+      boost::shared_ptr<ExpressionHelperTop>(new ExpressionHelper<5>()),
+      boost::shared_ptr<ExpressionHelperTop>(new ExpressionHelper<6>()),
+  };
+  return *table;
+}
+
+std::string nameOf(const UnitBase& unit) {
+  std::string name;
+  UnitManager::Instance()->createUnitStringFromUnitBase(unit, name);
+  return name;
+}
+
+// Groups of units equal in all three fields, in the term's order, with their sizes.
+std::vector<std::pair<UnitBase, int>> groupsOf(const TermUnits& units) {
+  std::vector<std::pair<UnitBase, int>> groups;
+  for (const UnitBase& unit : units) {
+    if (unit.sameAs(literalOne())) continue;
+    if (!groups.empty() && groups.back().first.sameAs(unit)) {
+      ++groups.back().second;
+    } else {
+      groups.emplace_back(unit, 1);
+    }
+  }
+  return groups;
+}
+
+}  // namespace
+
+QuantityStringParser::Makeup QuantityStringParser::getUnitMakeupAndExponentsFromString(
+    const std::string& composition) const {
+  const HandlerTable& handlers = handlerTable();
+  CParseTree tree(composition.c_str());
+  tree.init(false);  // the host's syntax error reaches the caller unchanged
+  std::vector<std::string> tokens;
+  tree.postFix(tokens);
+
+  std::vector<std::string> writtenNames;
+  TermStack stack;
+  Cursor cursor{tokens, 0};
+  while (!cursor.atEnd()) {
+    int kind = getTokenEnum(tokens[cursor.position]);
+    if (kind == NAME) writtenNames.push_back(tokens[cursor.position]);
+    if (handlers[static_cast<std::size_t>(kind)]->handleToken(stack, cursor)) ++cursor.position;
+  }
+  if (stack.size() != 1) raiseError(errors::InternalParseError);
+  const MakeupTerm& term = stack.back();
+
+  std::vector<std::pair<std::string, int>> unitList;
+  for (const auto& [unit, count] : groupsOf(term.numerator))
+    unitList.emplace_back(nameOf(unit), count);
+  for (const auto& [unit, count] : groupsOf(term.denominator)) {
+    std::string name = nameOf(unit);
+    auto listed = std::find_if(unitList.begin(), unitList.end(),
+                               [&](const auto& entry) { return entry.first == name; });
+    if (listed != unitList.end()) {
+      listed->second -= count;
+    } else {
+      unitList.emplace_back(name, -count);
+    }
+  }
+
+  // In the order in which the names are first written.
+  Makeup result;
+  std::set<std::string> seen;
+  for (const std::string& written : writtenNames) {
+    if (!seen.insert(written).second) continue;
+    for (const auto& [name, exponent] : unitList) {
+      if (name != written) continue;
+      result.first.push_back(name);
+      result.second.push_back(exponent);
+    }
+  }
+  return result;
+}
+
+std::pair<std::string, std::string>
+QuantityStringParser::splitNumeratorAndDenomintorFromUnitComposition(
+    const std::string& composition) const {
+  Makeup makeup = getUnitMakeupAndExponentsFromString(composition);
+  std::string numerator, denominator;
+  for (std::size_t i = 0; i < makeup.first.size(); ++i) {
+    int exponent = makeup.second[i];
+    if (exponent > 0) {
+      numerator += makeup.first[i] + (exponent != 1 ? "^" + std::to_string(exponent) : "") + "*";
+    } else {
+      denominator +=
+          makeup.first[i] + (exponent != -1 ? "^" + std::to_string(-exponent) : "") + "*";
+    }
+  }
+  for (std::string* text : {&numerator, &denominator}) {
+    if (!text->empty()) text->erase(text->rfind('*'));
+  }
+  // An empty side has nothing to verify: "meter" splits into ("meter", "").
+  UnitManager* units = UnitManager::Instance();
+  if (!numerator.empty()) units->errForInvalidUnitComposition(numerator);
+  if (!denominator.empty()) units->errForInvalidUnitComposition(denominator);
+  return {numerator, denominator};
+}
+
+}  // namespace TwUnits

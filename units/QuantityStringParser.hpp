@@ -1,0 +1,87 @@
+#pragma once
+
+// File: QuantityStringParser.hpp
+// Evaluates the host parser's postfix tokens of a composition string, with stacks of
+// its own, into a unit composition (units resolved through the unit registry's
+// composition cache, prefixes split off where a whole name is not a unit) or into a
+// quantity's dimensions. Numbers may stand only as integer exponents and as the 1
+// of a leading 1/. The make-up parse lists the units as written with their net
+// exponents, without expanding them.
+//
+// Example:
+//   QuantityStringParser* parser = QuantityStringParser::Instance();
+//   std::unique_ptr<UnitComposition> c(parser->createUnitCompFromString("millimole/liter"));
+//   parser->getUnitMakeupAndExponentsFromString("meter^2/second");   // ([meter, second], [2, -1])
+//   parser->createUnitCompFromString("meter*2");   // raises "Unit:InvalidCompositionMathMult"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "units/QuantityStringParserApi.hpp"
+
+namespace TwUnits {
+
+class QuantityDimension;
+class UnitComposition;
+
+class QuantityStringParser : public QuantityStringParserApi {
+ public:
+  // Marks a stack entry that is a real composition rather than a literal integer.
+  static inline constexpr std::int32_t kCompositionMarker = 2147483647;
+
+  // The evaluation stacks of a unit composition; they own their compositions, so
+  // every error path frees them.
+  struct UnitStack {
+    std::vector<std::unique_ptr<UnitComposition>> compositions;
+    std::vector<std::int32_t> literals;
+  };
+  using QuantityStack = std::vector<std::unique_ptr<QuantityDimension>>;
+  using Makeup = std::pair<std::vector<std::string>, std::vector<int>>;
+
+  // The stateless singleton, created on the first call.
+  static QuantityStringParser* Instance();
+  static int getTokenEnum(const std::string& token);
+
+  int getTokenEnumApi(const std::string& token) const override { return getTokenEnum(token); }
+  bool doesStringContainUnitApi(const std::string& composition,
+                                const std::string& unitName) const override {
+    return doesStringContainUnit(composition, unitName);
+  }
+  UnitCompositionApi* createUnitCompApiFromString(const std::string& composition) const override;
+  std::pair<std::string, std::string> splitNumeratorAndDenomintorFromUnitComposition(
+      const std::string& composition) const override;
+  ~QuantityStringParser() override;
+
+  // Returns a new composition of the string in base units; the caller owns it.
+  UnitComposition* createUnitCompFromString(const std::string& composition) const;
+  // Returns the new dimensions of a quantity composition ("mass*length/time^2"); the
+  // caller owns them.
+  QuantityDimension* createQuantityDimensionFromString(const std::string& composition) const;
+  bool doesStringContainUnit(const std::string& composition, const std::string& unitName) const;
+  // Unit names in order of first appearance with their net exponents; names are not
+  // expanded or checked (callers verify first). Raises "Units:InternalParseError".
+  Makeup getUnitMakeupAndExponentsFromString(const std::string& composition) const;
+
+  // The steps of a unit composition's evaluation.
+  void handleMultOnUnitComp(UnitStack& stack) const;
+  void handleDivOnUnitComp(UnitStack& stack) const;
+  void handlePlusMinusOnUnitComp(UnitStack& stack) const;
+  void handlePowOnUnitComp(UnitStack& stack) const;
+  void handleNumericOnUnitComp(UnitStack& stack, const std::string& token) const;
+  void handleUnitEntryOnUnitComp(UnitStack& stack, const std::string& token) const;
+  // The steps of a quantity composition's evaluation.
+  void handleMultOnQD(QuantityStack& stack) const;
+  void handleDivOnQD(QuantityStack& stack) const;
+  void handlePlusMinusOnQD(QuantityStack& stack) const;
+  void handlePowOnQD(QuantityStack& stack, const std::string& previousToken) const;
+  void handleNumericOnQD(QuantityStack& stack, const std::string& token) const;
+  void handleDimensionEntryOnQD(QuantityStack& stack, const std::string& token) const;
+
+ private:
+  QuantityStringParser() = default;
+};
+
+}  // namespace TwUnits

@@ -1,0 +1,294 @@
+#include "units/UnitComposition.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <ostream>
+#include <stdexcept>
+
+#include "host/Numeric.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/UnitConverter.hpp"
+#include "units/UnitConverterManager.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+#include "units/UnitSystemApi.hpp"
+
+namespace TwUnits {
+
+namespace {
+
+// The name of a unit as compositions write it: the prefix's name, then the unit's.
+std::string nameOf(const UnitBase& unit) {
+  std::string name;
+  UnitManager::Instance()->createUnitStringFromUnitBase(unit, name);
+  return name;
+}
+
+std::vector<std::pair<std::string, int>> countByName(const UnitComposition::UnitSet& units) {
+  std::map<std::string, int> counts;
+  for (const UnitBase& unit : units) ++counts[nameOf(unit)];
+  return {counts.begin(), counts.end()};
+}
+
+UnitComposition::UnitSet repeated(const UnitComposition::UnitSet& units, int times) {
+  UnitComposition::UnitSet result;
+  for (const UnitBase& unit : units) {
+    for (int i = 0; i < times; ++i) result.insert(result.end(), unit);
+  }
+  return result;
+}
+
+}  // namespace
+
+UnitComposition::UnitComposition() = default;
+
+UnitComposition::UnitComposition(const UnitSet& numerator, const UnitSet& denominator)
+    : numerator_(numerator), denominator_(denominator) {}
+
+UnitComposition::UnitComposition(const UnitBase& unit) { numerator_.insert(unit); }
+
+UnitComposition::UnitComposition(int quantityIndex, const UnitSystemApi* system) {
+  const QuantityDimension* quantity =
+      PhysicalQuantityManager::Instance()->getQuantityDimension(quantityIndex);
+  if (quantity == nullptr) throw std::out_of_range("quantity index out of range");
+  const std::string* systemUnits[kBaseDimensionCount] = {
+      &system->getAmountType(),
+      &system->getMassType(),
+      &system->getLengthType(),
+      &system->getTimeType(),
+      &system->getTempType(),
+      &system->getCurrentType(),
+      &system->getLuminousIntensityType(),
+  };
+  UnitManager* units = UnitManager::Instance();
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b) {
+    const std::string& name = *systemUnits[b];
+    int prefix = -1;
+    int unit;
+    if (units->isPrefixStringOnUnit(name)) {
+      prefix = getPrefixIdx(name);
+      unit = units->getUnitIndex(static_cast<int>(b),
+                                 UnitPrefixManager::Instance()->stripPrefixFromSingleUnit(name));
+    } else {
+      unit = units->getUnitIndex(static_cast<int>(b), name);
+    }
+    // A name that the quantity does not know stands for the quantity's first unit.
+    UnitBase base(b, static_cast<std::uint32_t>(std::max(unit, 0)), prefix);
+    updateThisWithUnitBase(quantity->at(b), base);
+  }
+}
+
+UnitComposition::~UnitComposition() = default;
+
+void UnitComposition::updateThisWithUnitBase(int exponent, UnitBase& unit) {
+  UnitComposition single(unit);
+  for (int i = 0; i < std::abs(exponent); ++i) {
+    if (exponent > 0) {
+      *this *= single;
+    } else {
+      *this /= single;
+    }
+  }
+}
+
+UnitComposition& UnitComposition::operator*=(const UnitComposition& other) {
+  // Copies first: `other` may be this composition.
+  UnitSet up = other.numerator_, down = other.denominator_;
+  double factor = other.multiplier_;
+  numerator_.insert(up.begin(), up.end());
+  denominator_.insert(down.begin(), down.end());
+  multiplier_ *= factor;
+  quantityStale_ = true;
+  return *this;
+}
+
+UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
+  // Copies first: `other` may be this composition.
+  UnitSet up = other.denominator_, down = other.numerator_;
+  double divisor = other.multiplier_;
+  numerator_.insert(up.begin(), up.end());
+  denominator_.insert(down.begin(), down.end());
+  multiplier_ /= divisor;
+  quantityStale_ = true;
+  return *this;
+}
+
+UnitComposition& UnitComposition::operator^=(int n) {
+  quantityStale_ = true;
+  if (n < 0) std::swap(numerator_, denominator_);
+  int times = n < 0 ? -n : n;
+  numerator_ = repeated(numerator_, times);
+  denominator_ = repeated(denominator_, times);
+  multiplier_ = std::pow(multiplier_, n);
+  return *this;
+}
+
+double UnitComposition::getMultiplierForUnitCancelation(const UnitBase& a,
+                                                        const UnitBase& b) const {
+  if (a.sameAs(b)) return 1.0;
+  UnitComposition fromA(a), toB(b);
+  std::unique_ptr<UnitConverter> converter(
+      UnitConverterManager::Instance()->getQuantityUnitConverter(static_cast<int>(a.getPQIdx()),
+                                                                 &fromA, &toB));
+  return converter->getMultiplier();
+}
+
+void UnitComposition::cancelRepeats() {
+  if (numerator_.empty() || denominator_.empty()) return;
+  std::vector<UnitBase> common;
+  auto byQuantity = [](const UnitBase& x, const UnitBase& y) { return x.lessThanPQOnly(y); };
+  std::set_intersection(numerator_.begin(), numerator_.end(), denominator_.begin(),
+                        denominator_.end(), std::back_inserter(common), byQuantity);
+  for (const UnitBase& shared : common) {
+    auto sameQuantity = [&](const UnitBase& unit) { return unit.getPQIdx() == shared.getPQIdx(); };
+    auto up = std::find_if(numerator_.begin(), numerator_.end(), sameQuantity);
+    auto down = std::find_if(denominator_.begin(), denominator_.end(), sameQuantity);
+    multiplier_ = getMultiplierForUnitCancelation(*up, *down) * multiplier_;
+    numerator_.erase(up);
+    denominator_.erase(down);
+  }
+}
+
+bool UnitComposition::operator==(const UnitComposition& other) const {
+  auto sameUnits = [](const UnitSet& x, const UnitSet& y) {
+    return x.size() == y.size() &&
+           std::equal(x.begin(), x.end(), y.begin(),
+                      [](const UnitBase& a, const UnitBase& b) { return a.sameAs(b); });
+  };
+  return sameUnits(numerator_, other.numerator_) && sameUnits(denominator_, other.denominator_) &&
+         utEqualWithinEps(multiplier_, other.multiplier_);
+}
+
+bool UnitComposition::containsUnit(int quantityIndex, int unitIndex) const {
+  auto isIt = [&](const UnitBase& unit) {
+    return static_cast<int>(unit.getPQIdx()) == quantityIndex &&
+           static_cast<int>(unit.getUnitIdx()) == unitIndex;
+  };
+  return std::any_of(numerator_.begin(), numerator_.end(), isIt) ||
+         std::any_of(denominator_.begin(), denominator_.end(), isIt);
+}
+
+bool UnitComposition::containsPrefix(int prefixIndex) const {
+  auto hasIt = [&](const UnitBase& unit) { return unit.getPrefixIdx() == prefixIndex; };
+  return std::any_of(numerator_.begin(), numerator_.end(), hasIt) ||
+         std::any_of(denominator_.begin(), denominator_.end(), hasIt);
+}
+
+void UnitComposition::getQuantityIdxVector(std::vector<int>& quantities, bool numerator) const {
+  quantities.clear();
+  for (const UnitBase& unit : numerator ? numerator_ : denominator_) {
+    quantities.push_back(static_cast<int>(unit.getPQIdx()));
+  }
+}
+
+QuantityDimension UnitComposition::getDimensions() const {
+  std::vector<int> up, down;
+  getQuantityIdxVector(up, true);
+  getQuantityIdxVector(down, false);
+  return QuantityDimension(up, down);
+}
+
+int UnitComposition::getCombinedUnitsQuantityType() const {
+  if (!quantityStale_) return cachedQuantityIndex_;
+  QuantityDimension dimensions = getDimensions();
+  cachedQuantityIndex_ = PhysicalQuantityManager::Instance()->getQuantityIdx(&dimensions);
+  quantityStale_ = false;
+  return cachedQuantityIndex_;
+}
+
+int UnitComposition::getPrefixIdx(const std::string& unitName) const {
+  std::string rest = unitName, prefixName;
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->stripPrefixAndGetMultiplier(rest, prefixName);
+  return prefixes->getPrefixIndex(prefixName);
+}
+
+std::string UnitComposition::getCompositionString_Helper(
+    const std::vector<std::pair<std::string, int>>& names) {
+  std::string text;
+  for (const auto& [name, count] : names) {
+    if (!text.empty()) text += "*";
+    text += name;
+    if (count != 1) text += "^" + std::to_string(count);
+  }
+  return text;
+}
+
+std::string UnitComposition::getCompositionString() const {
+  auto up = countByName(numerator_);
+  auto down = countByName(denominator_);
+  std::string text;
+  if (!up.empty()) {
+    bool parenthesised = up.size() >= 2 && down.size() >= 2;
+    text = getCompositionString_Helper(up);
+    if (parenthesised) text = "(" + text + ")";
+  } else {
+    text = down.empty() ? "dimensionless" : "1";
+  }
+  if (!down.empty()) {
+    std::string bottom = getCompositionString_Helper(down);
+    text += down.size() >= 2 ? "/(" + bottom + ")" : "/" + bottom;
+  }
+  return text;
+}
+
+UnitCompositionApi::MakeupVectors UnitComposition::getUnitMakeupVectors() const {
+  if (numerator_.empty() && denominator_.empty()) return {{"dimensionless"}, {1}};
+  std::map<std::string, int> net;
+  for (const UnitBase& unit : numerator_) ++net[nameOf(unit)];
+  for (const UnitBase& unit : denominator_) --net[nameOf(unit)];
+  MakeupVectors result;
+  for (const auto& [name, exponent] : net) {
+    result.first.push_back(name);
+    result.second.push_back(exponent);
+  }
+  return result;
+}
+
+namespace {
+
+// The same units in the same order, each rewritten by `rewrite`, which must keep
+// the order.
+template <typename Rewrite>
+UnitComposition::UnitSet rewritten(const UnitComposition::UnitSet& units, Rewrite rewrite) {
+  UnitComposition::UnitSet result;
+  for (const UnitBase& unit : units) result.insert(result.end(), rewrite(unit));
+  return result;
+}
+
+}  // namespace
+
+void UnitComposition::shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit) {
+  auto shift = [&](const UnitBase& unit) {
+    bool later = static_cast<int>(unit.getPQIdx()) == quantityIndex &&
+                 static_cast<int>(unit.getUnitIdx()) > removedUnit;
+    return later ? UnitBase(unit.getPQIdx(), unit.getUnitIdx() - 1, unit.getPrefixIdx()) : unit;
+  };
+  numerator_ = rewritten(numerator_, shift);
+  denominator_ = rewritten(denominator_, shift);
+}
+
+void UnitComposition::shiftPrefixIndexesAfterRemoval(int removedPrefix) {
+  auto shift = [&](const UnitBase& unit) {
+    return unit.getPrefixIdx() > removedPrefix
+               ? UnitBase(unit.getPQIdx(), unit.getUnitIdx(), unit.getPrefixIdx() - 1)
+               : unit;
+  };
+  numerator_ = rewritten(numerator_, shift);
+  denominator_ = rewritten(denominator_, shift);
+}
+
+std::ostream& operator<<(std::ostream& out, const UnitComposition& composition) {
+  out << "Multiplier : " << composition.multiplier_ << "\n";
+  out << "Numerator : \n";
+  for (const UnitBase& unit : composition.numerator_) out << unit;
+  out << "Denominator : \n";
+  for (const UnitBase& unit : composition.denominator_) out << unit;
+  return out;
+}
+
+}  // namespace TwUnits

@@ -1,0 +1,103 @@
+#pragma once
+
+// File: UnitComposition.hpp
+// The value of what a unit or composition string is made of: a numerator and a
+// denominator of base-quantity units (each possibly prefixed) and a multiplier,
+// standing for multiplier * (numerator units) / (denominator units). A unit raised
+// to the power n is held n times. Compositions never hold derived units, only their
+// expansion, so two compositions compare dimension by dimension.
+//
+// Example:
+//   UnitComposition c(UnitBase(2, 0, 3));   // kilometer
+//   c /= UnitComposition(UnitBase(2, 0, -1));
+//   c.cancelRepeats();                      // empty, multiplier 1000
+//   c.getCompositionString();               // "dimensionless"
+
+#include <iosfwd>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "units/QuantityDimension.hpp"
+#include "units/UnitBase.hpp"
+#include "units/UnitCompositionApi.hpp"
+
+namespace TwUnits {
+
+class UnitSystemApi;
+
+class UnitComposition : public UnitCompositionApi {
+ public:
+  using UnitSet = std::multiset<UnitBase>;
+
+  // The empty composition, "dimensionless": multiplier 1.0.
+  UnitComposition();
+  UnitComposition(const UnitSet& numerator, const UnitSet& denominator);
+  explicit UnitComposition(const UnitBase& unit);
+  UnitComposition(const UnitComposition& other) = default;
+  UnitComposition& operator=(const UnitComposition& other) = default;
+  // The quantity's dimensions written in the unit system's units, multiplier 1.0.
+  // A system unit that its quantity does not know stands for that quantity's first unit.
+  UnitComposition(int quantityIndex, const UnitSystemApi* system);
+  ~UnitComposition() override;
+
+  MakeupVectors getUnitMakeupVectors() const override;
+
+  // Products and quotients keep every unit; nothing cancels.
+  UnitComposition& operator*=(const UnitComposition& other);
+  UnitComposition& operator/=(const UnitComposition& other);
+  // Raises to an integer power; 0 gives the empty composition with multiplier 1.0.
+  UnitComposition& operator^=(int n);
+  // Removes units of the same quantity that stand on both sides, folding their ratio
+  // into the multiplier: kilometer/meter becomes the empty composition times 1000.
+  void cancelRepeats();
+  // The factor by which a quantity in unit a is expressed in unit b, prefixes included.
+  double getMultiplierForUnitCancelation(const UnitBase& a, const UnitBase& b) const;
+
+  // Same units position by position (prefixes included), multipliers equal within
+  // the host tolerance.
+  bool operator==(const UnitComposition& other) const;
+  bool operator!=(const UnitComposition& other) const { return !(*this == other); }
+  bool containsUnit(int quantityIndex, int unitIndex) const;
+  bool containsPrefix(int prefixIndex) const;
+  void getQuantityIdxVector(std::vector<int>& quantities, bool numerator) const;
+  // Index of the registered quantity with these dimensions, or -1; cached until the
+  // composition changes or markQuantityStale is called.
+  int getCombinedUnitsQuantityType() const;
+  void markQuantityStale() { quantityStale_ = true; }
+  QuantityDimension getDimensions() const;
+  // The prefix index of the prefix that begins the unit name (-1 for none).
+  int getPrefixIdx(const std::string& unitName) const;
+  // The canonical text: names in byte order with "^" counts, "(...)" around several
+  // names when needed, "1/second" for an empty numerator, "dimensionless" for nothing.
+  // The multiplier is never written.
+  std::string getCompositionString() const;
+
+  const UnitSet& getNumerator() const { return numerator_; }
+  const UnitSet& getDenominator() const { return denominator_; }
+  double getMultiplier() const { return multiplier_; }
+  void setMultiplier(double multiplier) { multiplier_ = multiplier; }
+  // Rewrites the unit index of every unit of the quantity above `removedUnit` one
+  // lower, after the unit registry removed that unit.
+  void shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit);
+  // Likewise for prefix indexes above a prefix that the prefix registry removes.
+  void shiftPrefixIndexesAfterRemoval(int removedPrefix);
+
+ private:
+  friend std::ostream& operator<<(std::ostream& out, const UnitComposition& composition);
+
+  void updateThisWithUnitBase(int exponent, UnitBase& unit);
+  static std::string getCompositionString_Helper(
+      const std::vector<std::pair<std::string, int>>& names);
+
+  UnitSet numerator_;
+  UnitSet denominator_;
+  double multiplier_ = 1.0;
+  mutable bool quantityStale_ = true;
+  mutable int cachedQuantityIndex_ = -1;
+};
+
+// A debugging dump: multiplier, then every numerator and denominator unit.
+std::ostream& operator<<(std::ostream& out, const UnitComposition& composition);
+
+}  // namespace TwUnits

@@ -1,0 +1,269 @@
+#include "units/UnitConverterManager.hpp"
+
+#include <stdexcept>
+
+#include "host/Numeric.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/QuantityDimension.hpp"
+#include "units/UnitComposition.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+#include "units/messages/UnitErrors.hpp"
+
+namespace TwUnits {
+
+namespace {
+
+std::size_t tableIndex(int unitCount, int fromUnit, int toUnit) {
+  if (fromUnit < 0 || toUnit < 0 || fromUnit >= unitCount || toUnit >= unitCount) {
+    throw std::out_of_range("unit index outside the conversion table");
+  }
+  return static_cast<std::size_t>(unitCount) * static_cast<std::size_t>(fromUnit) +
+         static_cast<std::size_t>(toUnit);
+}
+
+int unitCountOf(int quantity) {
+  return static_cast<int>(UnitManager::Instance()->getNumUnits(quantity));
+}
+
+double prefixMultiplier(const UnitBase& unit) {
+  return UnitPrefixManager::Instance()->getPrefixMultiplier(unit.getPrefixIdx());
+}
+
+}  // namespace
+
+UnitConverterManager* UnitConverterManager::Instance() {
+  static UnitConverterManager* instance = new UnitConverterManager();
+  return instance;
+}
+
+UnitConverterManager::UnitConverterManager()
+    : tables_(PhysicalQuantityManager::kBuiltinQuantityCount),
+      identity_(new UnitConverter(1.0, 0.0)) {
+  identity_->setIdentity(true);
+}
+
+UnitConverterManager::~UnitConverterManager() = default;
+
+const UnitConverter& UnitConverterManager::tableEntry(int quantity, int fromUnit,
+                                                      int toUnit) const {
+  const ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
+  const auto& entry = table.at(tableIndex(unitCountOf(quantity), fromUnit, toUnit));
+  return entry ? *entry : *identity_;
+}
+
+UnitConverter* UnitConverterManager::getQuantityUnitConverter(int quantity, int fromUnit,
+                                                              int toUnit) const {
+  if (quantity > kLastBaseQuantity) return nullptr;
+  return new UnitConverter(tableEntry(quantity, fromUnit, toUnit));
+}
+
+UnitConverter* UnitConverterManager::getReverseUnitConverter(
+    const UnitConverterApi* converter) const {
+  double multiplier = 1.0 / converter->getMultiplier();
+  double offset =
+      utEqualWithinEps(converter->getOffset(), 0.0) ? 0.0 : -converter->getOffset() * multiplier;
+  auto* reverse = new UnitConverter(multiplier, offset);
+  if (auto* tableConverter = dynamic_cast<const UnitConverter*>(converter)) {
+    reverse->setQuantityIdx(tableConverter->getQuantityIdx());
+    reverse->setFromUnit(tableConverter->getToUnit());
+    reverse->setToUnit(tableConverter->getFromUnit());
+  }
+  return reverse;
+}
+
+void UnitConverterManager::addBaseUnitConverter(int quantity, int newUnit, int referenceUnit,
+                                                UnitConverter* converter) {
+  std::unique_ptr<UnitConverter> owned(converter);
+  ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
+  if (owned->getFromUnit() == -1) owned->setFromUnit(newUnit);
+  if (owned->getToUnit() == -1) owned->setToUnit(referenceUnit);
+  owned->setQuantityIdx(quantity);
+  UnitManager* units = UnitManager::Instance();
+
+  ConverterList batch;
+  batch.emplace_back(getReverseUnitConverter(owned.get()));
+  if (table.empty()) {
+    // The quantity's first converter introduces both of its units.
+    table.push_back(std::move(owned));
+    table.push_back(std::move(batch.front()));
+    units->incrementNumUnits(quantity);
+    units->incrementNumUnits(quantity);
+    sortConversions(quantity);
+    return;
+  }
+  const UnitConverter& toReference = *owned;
+  int unitCount = unitCountOf(quantity);
+  for (int unit = 0; unit < unitCount; ++unit) {
+    const UnitConverter& onward = tableEntry(quantity, referenceUnit, unit);
+    if (onward.isIdentity()) continue;
+    auto composed = std::make_unique<UnitConverter>(
+        toReference.getMultiplier() * onward.getMultiplier(),
+        toReference.getOffset() * onward.getMultiplier() + onward.getOffset());
+    composed->setQuantityIdx(quantity);
+    composed->setFromUnit(newUnit);
+    composed->setToUnit(onward.getToUnit());
+    batch.emplace_back(getReverseUnitConverter(composed.get()));
+    batch.push_back(std::move(composed));
+  }
+  table.push_back(std::move(owned));
+  for (auto& converterInBatch : batch) table.push_back(std::move(converterInBatch));
+  units->incrementNumUnits(quantity);
+  sortConversions(quantity);
+}
+
+void UnitConverterManager::sortConversions(int quantity) {
+  ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
+  int unitCount = unitCountOf(quantity);
+  ConverterList sorted(static_cast<std::size_t>(unitCount) * static_cast<std::size_t>(unitCount));
+  for (auto& converter : table) {
+    if (!converter || converter->isIdentity()) continue;
+    std::size_t index = tableIndex(unitCount, converter->getFromUnit(), converter->getToUnit());
+    sorted.at(index) = std::move(converter);
+  }
+  table = std::move(sorted);  // entries left empty are the identity
+}
+
+void UnitConverterManager::removeConversionFunctionsForUnit(int quantity, int unit) {
+  ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
+  int oldCount = unitCountOf(quantity) + 1;
+  ConverterList kept;
+  for (int from = 0; from < oldCount; ++from) {
+    for (int to = 0; to < oldCount; ++to) {
+      auto& converter = table.at(tableIndex(oldCount, from, to));
+      if (!converter || converter->isIdentity() || from == unit || to == unit) continue;
+      if (converter->getFromUnit() > unit) converter->setFromUnit(converter->getFromUnit() - 1);
+      if (converter->getToUnit() > unit) converter->setToUnit(converter->getToUnit() - 1);
+      kept.push_back(std::move(converter));
+    }
+  }
+  table = std::move(kept);
+  sortConversions(quantity);
+}
+
+bool UnitConverterManager::checkForConnectivity(const ConverterList* list, int unit) const {
+  for (const auto& converter : *list) {
+    if (converter && !converter->isIdentity() && converter->getToUnit() == unit) return true;
+  }
+  return false;
+}
+
+UnitConverter* UnitConverterManager::getQuantityUnitConverter(int, UnitComposition* from,
+                                                              UnitComposition* to) const {
+  from->cancelRepeats();
+  to->cancelRepeats();
+  double multiplier = from->getMultiplier() / to->getMultiplier();
+  double offset = 0.0;
+  int count = static_cast<int>(from->getNumerator().size() + from->getDenominator().size());
+  UCMNamespace::iterateBaseForMultOffset(from->getNumerator(), to->getNumerator(), multiplier,
+                                         offset, count, true);
+  UCMNamespace::iterateBaseForMultOffset(from->getDenominator(), to->getDenominator(), multiplier,
+                                         offset, count, false);
+  return new UnitConverter(multiplier, offset);
+}
+
+namespace UCMNamespace {
+
+void iterateBaseForMultOffset(const std::multiset<UnitBase>& from,
+                              const std::multiset<UnitBase>& to, double& multiplier, double& offset,
+                              int count, bool numerator) {
+  UnitConverterManager* converters = UnitConverterManager::Instance();
+  auto a = from.begin();
+  for (auto b = to.begin(); b != to.end() && a != from.end(); ++a, ++b) {
+    std::unique_ptr<UnitConverter> pair(converters->getQuantityUnitConverter(
+        static_cast<int>(b->getPQIdx()), static_cast<int>(a->getUnitIdx()),
+        static_cast<int>(b->getUnitIdx())));
+    bool hasOffset = !utEqualWithinEps(pair->getOffset(), 0.0);
+    if (hasOffset) {
+      if (count > 1) raiseError(errors::ConversionMixedOffset);
+      if (a->getPrefixIdx() != -1 || b->getPrefixIdx() != -1) {
+        raiseError(errors::OffsetConversionWithPrefixNotAllowed);
+      }
+    } else if (numerator) {
+      if (a->getPrefixIdx() != -1) mult(multiplier, prefixMultiplier(*a));
+      if (b->getPrefixIdx() != -1) div(multiplier, prefixMultiplier(*b));
+    } else {
+      if (a->getPrefixIdx() != -1) div(multiplier, prefixMultiplier(*a));
+      if (b->getPrefixIdx() != -1) mult(multiplier, prefixMultiplier(*b));
+    }
+    if (numerator) {
+      mult(multiplier, pair->getMultiplier());
+    } else {
+      div(multiplier, pair->getMultiplier());
+    }
+    offset += pair->getOffset();
+  }
+}
+
+}  // namespace UCMNamespace
+
+UnitConverter* UnitConverterManager::temperatureConverter(
+    const std::string& from, const std::string& to, const UnitComposition* fromComposition,
+    const UnitComposition* toComposition) const {
+  UnitManager* units = UnitManager::Instance();
+  int fromUnit = units->getUnitIndex(kTemperatureIndex, from);
+  int toUnit = units->getUnitIndex(kTemperatureIndex, to);
+  for (const UnitComposition* composition : {fromComposition, toComposition}) {
+    const auto& numerator = composition->getNumerator();
+    if (!numerator.empty() && numerator.begin()->getPrefixIdx() != -1) {
+      raiseError(errors::OffsetConversionWithPrefixNotAllowed);
+    }
+  }
+  return getQuantityUnitConverter(kTemperatureIndex, fromUnit, toUnit);
+}
+
+UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& from,
+                                                              const std::string& to) const {
+  UnitManager* units = UnitManager::Instance();
+  UnitComposition* fromComposition = units->verifyUnitCompositionString(from);
+  UnitComposition* toComposition = units->verifyUnitCompositionString(to);
+  int fromQuantity = fromComposition->getCombinedUnitsQuantityType();
+  int toQuantity = toComposition->getCombinedUnitsQuantityType();
+  if (fromQuantity == -1 || toQuantity == -1) {
+    if (fromComposition->getDimensions() != toComposition->getDimensions()) {
+      raiseError(errors::ConversionDifferentQuants);
+    }
+    fromComposition->markQuantityStale();
+    toComposition->markQuantityStale();
+    fromQuantity = fromComposition->getCombinedUnitsQuantityType();
+  } else if (fromQuantity != toQuantity) {
+    raiseError(errors::ConversionDifferentQuants);
+  }
+  if (fromQuantity == kTemperatureIndex)
+    return temperatureConverter(from, to, fromComposition, toComposition);
+  return getQuantityUnitConverter(fromQuantity, fromComposition, toComposition);
+}
+
+UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& composition,
+                                                              const UnitSystemApi* system) const {
+  UnitComposition* source = UnitManager::Instance()->verifyUnitCompositionString(composition);
+  UnitComposition inSystem(source->getCombinedUnitsQuantityType(), system);
+  return getQuantityUnitConverter(0, source, &inSystem);
+}
+
+UnitConverterApi* UnitConverterManager::getQuantityUnitConverterApi(int quantity, int fromUnit,
+                                                                    int toUnit) const {
+  return getQuantityUnitConverter(quantity, fromUnit, toUnit);
+}
+
+UnitConverterApi* UnitConverterManager::getQuantityUnitConverterApi(const std::string& from,
+                                                                    const std::string& to) const {
+  return getQuantityUnitConverter(from, to);
+}
+
+UnitConverterApi* UnitConverterManager::getQuantityUnitConverterApi(
+    const std::string& composition, const UnitSystemApi* system) const {
+  return getQuantityUnitConverter(composition, system);
+}
+
+UnitConverterApi* UnitConverterManager::createUnitConverterApi(double multiplier,
+                                                               double offset) const {
+  return new UnitConverter(multiplier, offset);
+}
+
+UnitConverterApi* UnitConverterManager::getReverseUnitConverterApi(
+    UnitConverterApi* converter) const {
+  return getReverseUnitConverter(converter);
+}
+
+}  // namespace TwUnits

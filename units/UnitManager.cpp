@@ -1,0 +1,695 @@
+#include "units/UnitManager.hpp"
+
+#include <boost/bind/bind.hpp>
+#include <cmath>
+#include <cstring>
+#include <stdexcept>
+
+#include "host/ErrorIdException.hpp"
+#include "host/Numeric.hpp"
+#include "host/StringUtils.hpp"
+#include "host/StringVector.hpp"
+#include "units/DimensionalAnalysisManager.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/QuantityStringParser.hpp"
+#include "units/UnitChangeEvent.hpp"
+#include "units/UnitComposition.hpp"
+#include "units/UnitConverter.hpp"
+#include "units/UnitConverterManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+#include "units/UnitSystemManager.hpp"
+#include "units/messages/UnitErrors.hpp"
+#include "units/udd/UDDObjectManager.hpp"
+
+namespace TwUnits {
+
+namespace {
+
+constexpr int kLastBaseQuantity = 6;
+constexpr int kTimeIndex = 3;
+constexpr int kTemperatureIndex = 4;
+constexpr int kDimensionlessIndex = PhysicalQuantityManager::kDimensionlessIndex;
+const UnitManager::UnitAddress kNoUnit{-1, -1};
+
+template <typename List>
+auto& at(List& lists, int index) {
+  return lists.at(static_cast<std::size_t>(index));
+}
+
+}  // namespace
+
+UnitManager* UnitManager::Instance() {
+  static UnitManager* instance = nullptr;
+  if (instance == nullptr) {
+    instance = new UnitManager();
+    instance->setup();
+  }
+  return instance;
+}
+
+UnitManager::UnitManager() = default;
+
+UnitManager::~UnitManager() = default;
+
+// ---------------------------------------------------------------- set-up
+
+void UnitManager::setup() {
+  data_ = std::make_unique<UnitManagerData>();
+  registerUnitsMessageCatalog();
+  prefixes_ = UnitPrefixManager::Instance();
+  quantities_ = PhysicalQuantityManager::Instance();
+  unitSystems_ = UnitSystemManager::Instance();
+  converters_ = UnitConverterManager::Instance();
+  dimensions_ = DimensionalAnalysisManager::Instance();
+  // The only listener while the built-in units are set up: built-in units get host
+  // objects but post no change events.
+  data_->registered.push_back(&UDDObjectManager::unitRegisteredListener);
+  prefixes_->setupPrefixes();
+  quantities_->setupQuantities();
+  setupBuiltinUnits();
+  registerInternalListeners();
+}
+
+void UnitManager::appendQuantityLists() {
+  unitNames_.emplace_back();
+  unitCounts_.push_back(0);
+  compositions_.emplace_back();
+  definitions_.emplace_back();
+}
+
+void UnitManager::setupBuiltinUnits() {
+  // Quantities registered before the unit registry existed get their lists too.
+  while (getNumQuantityLists() < quantities_->getNumQuantities()) appendQuantityLists();
+  setupBuiltinBaseUnits();
+  setupBuiltinDerivedUnits();
+  for (int q = 0; q < PhysicalQuantityManager::kBuiltinQuantityCount; ++q) {
+    builtinCounts_.push_back(static_cast<int>(at(unitCounts_, q)));
+    for (const std::string& name : at(unitNames_, q)) quantityOfUnit_.emplace(name, q);
+  }
+}
+
+void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisible) {
+  int index = static_cast<int>(at(unitNames_, quantity).size());
+  at(unitNames_, quantity).push_back(name);
+  addresses_[name] = {quantity, index};
+  at(definitions_, quantity)
+      .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
+  UnitComposition composition(
+      UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
+  cache_[name] = std::make_unique<UnitComposition>(composition);
+  at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(composition));
+}
+
+void UnitManager::setupBuiltinBaseUnits() {
+  struct BaseUnit {
+    int quantity;
+    const char* name;
+    bool visible;
+  };
+  // Unit indexes follow this order within each quantity.
+  static const BaseUnit kBaseUnits[] = {
+      {0, "item", true},        {0, "molecule", true}, {0, "mole", true},
+      {1, "gram", true},        {1, "ounce", true},    {1, "pound", true},
+      {1, "ton", true},         {2, "meter", true},    {2, "inch", true},
+      {2, "foot", true},        {2, "yard", true},     {2, "mile", true},
+      {2, "metre", true},       {3, "second", true},   {3, "minute", true},
+      {3, "hour", true},        {3, "day", true},      {3, "year", true},
+      {4, "fahrenheit", false}, {4, "celsius", false}, {4, "kelvin", true},
+      {4, "Celsius", false},    {5, "ampere", true},   {5, "biot", true},
+      {6, "candela", true},     {6, "candle", true},   {36, "dimensionless", true},
+  };
+  struct BaseConverter {
+    int quantity, unit, reference;
+    double multiplier, offset;
+  };
+  // value in the reference unit = multiplier * value in the unit + offset
+  static const BaseConverter kConverters[] = {
+      {0, 1, 0, 1.0, 0.0},         {0, 2, 1, 6.02214199e+23, 0.0},
+      {1, 1, 0, 28.34952312, 0.0}, {1, 2, 1, 16.0, 0.0},
+      {1, 3, 2, 2000.0, 0.0},      {2, 1, 0, 0.0254, 0.0},
+      {2, 2, 1, 12.0, 0.0},        {2, 3, 1, 36.0, 0.0},
+      {2, 4, 2, 5280.0, 0.0},      {2, 5, 0, 1.0, 0.0},
+      {3, 1, 0, 60.0, 0.0},        {3, 2, 0, 3600.0, 0.0},
+      {3, 3, 0, 86400.0, 0.0},     {3, 4, 3, 365.25, 0.0},
+      {4, 1, 0, 1.8, 32.0},        {4, 2, 1, 1.0, -273.15},
+      {4, 3, 1, 1.0, 0.0},         {5, 0, 1, 0.1, 0.0},
+      {6, 1, 0, 1.01937, 0.0},
+  };
+  for (const BaseUnit& unit : kBaseUnits) addBaseUnit(unit.quantity, unit.name, unit.visible);
+  for (const BaseConverter& c : kConverters) {
+    converters_->addBaseUnitConverter(c.quantity, c.unit, c.reference,
+                                      new UnitConverter(c.multiplier, c.offset));
+  }
+  incrementNumUnits(kDimensionlessIndex);
+
+  // "dimensionless" is neither announced nor guarded.
+  for (int q = 0; q <= kLastBaseQuantity; ++q) {
+    for (const auto& definition : at(definitions_, q)) data_->runreg(definition.get());
+    for (const auto& definition : at(definitions_, q)) attachChangeVeto(definition.get());
+  }
+}
+
+void UnitManager::setupBuiltinDerivedUnits() {
+  struct DerivedUnit {
+    const char* name;
+    const char* composition;
+    double multiplier;
+  };
+  // "liter" comes before "molarity", which uses it.
+  static const DerivedUnit kDerivedUnits[] = {
+      {"acre", "foot^2", 43560.0},
+      {"ares", "meter^2", 100.0},
+      {"liter", "decimeter^3", 1.0},
+      {"litre", "decimeter^3", 1.0},
+      {"gallon", "inch^3", 231.0},
+      {"pint", "inch^3", 28.875},
+      {"quart", "inch^3", 57.75},
+      {"pascal", "kilogram/(meter*second^2)", 1.0},
+      {"watt", "(kilogram*meter^2)/second^3", 1.0},
+      {"molarity", "mole/liter", 1.0},
+      {"becquerel", "1/second", 1.0},
+      {"hertz", "1/second", 1.0},
+      {"newton", "(kilogram*meter)/second^2", 1.0},
+      {"dyne", "(gram*centimeter)/second^2", 1.0},
+      {"pound_force", "(pound*foot)/second^2", 32.17404855643045},
+      {"coulomb", "ampere*second", 1.0},
+      {"volt", "(kilogram*meter^2)/(ampere*second^3)", 1.0},
+      {"farad", "(ampere^2*second^4)/(kilogram*meter^2)", 1.0},
+      {"ohm", "(kilogram*meter^2)/(ampere^2*second^3)", 1.0},
+      {"siemens", "(ampere^2*second^3)/(kilogram*meter^2)", 1.0},
+      {"joule", "(meter^2*kilogram)/second^2", 1.0},
+      {"calorie", "(meter^2*kilogram)/second^2", 4.1868},
+      {"weber", "(kilogram*meter^2)/(ampere*second^2)", 1.0},
+      {"tesla", "kilogram/(second^2*ampere)", 1.0},
+      {"henry", "(kilogram*meter^2)/(ampere^2*second^2)", 1.0},
+      {"gray", "meter^2/second^2", 1.0},
+      {"sievert", "meter^2/second^2", 1.0},
+      {"katal", "mole/second", 1.0},
+  };
+  for (const DerivedUnit& unit : kDerivedUnits) {
+    auto definition = std::make_unique<UnitRepresentation>();
+    definition->setName(unit.name);
+    definition->setCompositionString(unit.composition);
+    definition->setMultiplier(unit.multiplier);
+    registerUnit(definition.get());
+    definition.release();  // every built-in unit registers: the registry owns it
+  }
+}
+
+void UnitManager::registerInternalListeners() {
+  using namespace boost::placeholders;
+  UnitChangeEvent* sender = UnitChangeEvent::Instance();
+  addUnitRegisteredListener(boost::bind(&UnitChangeEvent::postUnitCreated, sender, _1));
+  addUnitUnregisteredListener(boost::bind(&UnitChangeEvent::postUnitRemoved, sender, _1));
+  data_->removalHook = &UDDObjectManager::unitUnregisteredListener;
+  quantities_->addPhysicalQuantityRegisteredListener(
+      boost::bind(&UnitManager::notifyPhysicalQuantityAdded, this, _1));
+  quantities_->addPhysicalQuantityUnregisteredListener(
+      boost::bind(&UnitManager::notifyPhysicalQuantityRemoved, this, _1, _2));
+  prefixes_->addUnitPrefixUnregisteredListener(
+      boost::bind(&UnitManager::notifyPrefixBeingRemoved, this, _1));
+}
+
+void UnitManager::attachChangeVeto(UnitRepresentation* definition) {
+  using namespace boost::placeholders;
+  definition->addChangeListener(boost::bind(&UnitManager::unitChangedEvent, this, _1, _2));
+}
+
+// ---------------------------------------------------------------- services
+
+PhysicalQuantityManagerApi* UnitManager::getPhysicalQuantityManagerApi() const {
+  return quantities_;
+}
+UnitPrefixManagerApi* UnitManager::getUnitPrefixManagerApi() const { return prefixes_; }
+UnitSystemManagerApi* UnitManager::getUnitSystemManagerApi() const { return unitSystems_; }
+UnitConverterManagerApi* UnitManager::getUnitConverterManagerApi() const { return converters_; }
+DimensionalAnalysisManagerApi* UnitManager::getDimensionalAnalysisManagerApi() const {
+  return dimensions_;
+}
+QuantityStringParserApi* UnitManager::getQuantityStringParserApi() const {
+  return QuantityStringParser::Instance();
+}
+UnitRepresentationApi* UnitManager::createUnitRepresentationApi() const {
+  return new UnitRepresentation();
+}
+
+// ---------------------------------------------------------------- queries
+
+bool UnitManager::isUnitRegistered(int quantity, const std::string& name) const {
+  return getUnitIndex(quantity, name) != -1;
+}
+
+bool UnitManager::isUnitRegistered(const std::string& name) const {
+  return addresses_.count(name) > 0;
+}
+
+int UnitManager::getUnitIndex(int quantity, const std::string& name) const {
+  auto found = addresses_.find(name);
+  return found != addresses_.end() && found->second.first == quantity ? found->second.second : -1;
+}
+
+UnitManager::UnitAddress UnitManager::getUnitIndexAndPhysQuantIndex(const std::string& name) const {
+  auto found = addresses_.find(name);
+  return found == addresses_.end() ? kNoUnit : found->second;
+}
+
+int UnitManager::getUnitPhysicalQuantityType(const std::string& name) const {
+  auto found = quantityOfUnit_.find(name);
+  return found == quantityOfUnit_.end() ? -1 : found->second;
+}
+
+UnitRepresentation* UnitManager::getUnitRepresentation(int quantity, int index) const {
+  return at(at(definitions_, quantity), index).get();
+}
+
+UnitRepresentation* UnitManager::getUnitRepresentation(const std::string& name) const {
+  UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
+  return address == kNoUnit ? nullptr : getUnitRepresentation(address.first, address.second);
+}
+
+UnitRepresentationApi* UnitManager::getUnitRepresentationApi(const std::string& name) const {
+  return getUnitRepresentation(name);
+}
+
+const UnitComposition* UnitManager::getUnitComposition(int quantity, int index) const {
+  return at(at(compositions_, quantity), index).get();
+}
+
+const UnitComposition* UnitManager::getUnitComposition(int quantity,
+                                                       const std::string& name) const {
+  return getUnitComposition(quantity, getUnitIndex(quantity, name));
+}
+
+std::string UnitManager::getUnitCompositionAsString(int quantity, const std::string& name) const {
+  int index = getUnitIndex(quantity, name);
+  if (quantity > kLastBaseQuantity)
+    return getUnitRepresentation(quantity, index)->getCompositionString();
+  if (isUnitBuiltin(quantity, index)) return name;
+  return getUnitComposition(quantity, index)->getCompositionString();
+}
+
+unsigned UnitManager::getNumUnits(int quantity) const {
+  if (quantity < 0 || quantity >= static_cast<int>(unitCounts_.size())) return 0;
+  return unitCounts_[static_cast<std::size_t>(quantity)];
+}
+
+StringVector* UnitManager::getQuantityUnitStrings(int quantity) const {
+  auto names = std::make_unique<StringVector>();
+  for (const std::string& name : at(unitNames_, quantity)) names->addElement(name.c_str());
+  return names.release();
+}
+
+const std::vector<std::string>& UnitManager::getQuantityUnitStrings2(int quantity) const {
+  return at(unitNames_, quantity);
+}
+
+std::string UnitManager::unitName(int quantity, int index) const {
+  return at(at(unitNames_, quantity), index);
+}
+
+bool UnitManager::isUnitBuiltin(int quantity, int index) const {
+  if (quantity < 0 || quantity >= static_cast<int>(builtinCounts_.size())) return false;
+  return index >= 0 && index < builtinCounts_[static_cast<std::size_t>(quantity)];
+}
+
+bool UnitManager::isUnitBuiltin(int quantity, const std::string& name) const {
+  return isUnitBuiltin(quantity, getUnitIndex(quantity, name));
+}
+
+bool UnitManager::isUnitBuiltin(const std::string& name) const {
+  int quantity = getUnitPhysicalQuantityType(name);
+  return quantity != -1 && isUnitBuiltin(quantity, name);
+}
+
+bool UnitManager::isBaseUnit(const std::string& name) const {
+  UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
+  return address.first >= 0 && address.first <= kLastBaseQuantity;
+}
+
+bool UnitManager::isPrefixStringOnUnit(const std::string& text) const {
+  std::string rest = text, prefixName;
+  return !std::isnan(prefixes_->stripPrefixAndGetMultiplier(rest, prefixName));
+}
+
+void UnitManager::createUnitStringFromUnitBase(const UnitBase& unit, std::string& name) const {
+  std::string unitPart =
+      unitName(static_cast<int>(unit.getPQIdx()), static_cast<int>(unit.getUnitIdx()));
+  int prefix = unit.getPrefixIdx();
+  if (prefix != -1 && (prefix < 0 || prefix >= prefixes_->getNumPrefixes())) {
+    throw std::out_of_range("prefix index out of range");
+  }
+  name = prefix == -1 ? unitPart : prefixes_->getUnitPrefixAsString(prefix) + unitPart;
+}
+
+UnitManager::UnitAddress UnitManager::getUnitIfUsedInComposition(int quantity, int index) const {
+  const std::string name = unitName(quantity, index);
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  for (int q = 0; q < getNumQuantityLists(); ++q) {
+    for (int u = 0; u < static_cast<int>(at(definitions_, q).size()); ++u) {
+      if (getUnitComposition(q, u)->containsUnit(quantity, index) ||
+          parser->doesStringContainUnit(getUnitRepresentation(q, u)->getCompositionString(),
+                                        name)) {
+        return {q, u};
+      }
+    }
+  }
+  return kNoUnit;
+}
+
+UnitManager::UnitAddress UnitManager::getUnitIfPrefixUsedInComposition(int prefixIndex) const {
+  for (int q = 0; q < getNumQuantityLists(); ++q) {
+    for (int u = 0; u < static_cast<int>(at(compositions_, q).size()); ++u) {
+      if (getUnitComposition(q, u)->containsPrefix(prefixIndex)) return {q, u};
+    }
+  }
+  return kNoUnit;
+}
+
+// ---------------------------------------------------------------- composition texts
+
+const UnitComposition* UnitManager::getCachedComposition(const std::string& text) const {
+  auto found = cache_.find(text);
+  return found == cache_.end() ? nullptr : found->second.get();
+}
+
+UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
+  auto found = cache_.find(text);
+  if (found == cache_.end()) {
+    std::unique_ptr<UnitComposition> parsed(
+        QuantityStringParser::Instance()->createUnitCompFromString(text));
+    found = cache_.emplace(text, std::move(parsed)).first;
+  }
+  UnitComposition* composition = found->second.get();
+  if (const UnitRepresentation* unit = getUnitRepresentation(text);
+      unit && !unit->getLibraryVisible()) {
+    issueWarning(errors::Deprecation, text);
+  }
+  if (composition->getCombinedUnitsQuantityType() != -1) return composition;
+  quantities_->registerAnonymousPQ(composition);
+  composition->markQuantityStale();
+  return composition;
+}
+
+bool UnitManager::errForInvalidUnitComposition(const std::string& text) {
+  return verifyUnitCompositionString(text) != nullptr;
+}
+
+int UnitManager::getQuantityIdxFromCompositionString(const std::string& text) {
+  return verifyUnitCompositionString(text)->getCombinedUnitsQuantityType();
+}
+
+const QuantityDimensionApi* UnitManager::getQuantityDimensionFromComposition(
+    const std::string& text) {
+  try {
+    return quantities_->getQuantityDimensionApi(getQuantityIdxFromCompositionString(text));
+  } catch (Exception* raised) {
+    delete raised;
+  } catch (const std::exception&) {
+  }
+  return nullptr;
+}
+
+void UnitManager::validateTimeUnits(const std::string& text) {
+  if (text.empty()) raiseError(errors::EmptyTimeUnits);
+  int quantity = -1;
+  try {
+    quantity = getQuantityIdxFromCompositionString(text);
+  } catch (ErrorIdException* raised) {
+    if (std::strcmp(raised->getIdentifier(), errors::NotFound.identifier) != 0) throw;
+    delete raised;
+  }
+  if (quantity != kTimeIndex) raiseError(errors::InvalidTimeUnits, text);
+}
+
+// ---------------------------------------------------------------- registration checks
+
+int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definition) const {
+  const std::string& name = definition->getName();
+  if (!isValidCALVEXIdentifier(name)) raiseError(errors::NameInvalid);
+  if (checkForPrefixInRegisteringUnitName(name, definition) == NOTHING_TO_REGISTER)
+    return NOTHING_TO_REGISTER;
+
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  std::unique_ptr<UnitComposition> composition(
+      parser->createUnitCompFromString(definition->getCompositionString()));
+  composition->setMultiplier(composition->getMultiplier() * definition->getMultiplier());
+  int quantity = composition->getCombinedUnitsQuantityType();
+  if (parser->doesStringContainUnit(definition->getCompositionString(), name)) {
+    raiseError(errors::SelfReferenceInComposition);
+  }
+  if (!utEqualWithinEps(definition->getOffset(), 0.0) && quantity != kTemperatureIndex) {
+    raiseError(errors::OffsetUnitsTemperatureOnly);
+  }
+  if (utEqualWithinEps(definition->getMultiplier(), 0.0))
+    raiseError(errors::ConversionFunctionZero);
+  return checkForAlreadyRegisteredUnit(composition.get(), definition, quantity);
+}
+
+int UnitManager::checkForPrefixInRegisteringUnitName(
+    const std::string& name, const UnitRepresentationApi* definition) const {
+  std::string rest = name, prefixName;
+  double prefixMultiplier = prefixes_->stripPrefixAndGetMultiplier(rest, prefixName);
+  if (std::isnan(prefixMultiplier)) return NEW_UNIT;
+  if (!utEqualWithinEps(definition->getMultiplier(), prefixMultiplier)) {
+    raiseError(errors::NameClashesWithPrefix2, name, prefixName);
+  }
+  if (isUnitRegistered(rest)) return NOTHING_TO_REGISTER;
+  raiseError(errors::NameClashesWithPrefix, name, prefixName);
+}
+
+int UnitManager::checkForAlreadyRegisteredUnit(const UnitComposition* composition,
+                                               const UnitRepresentationApi* definition,
+                                               int quantity) const {
+  const std::string& name = definition->getName();
+  UnitAddress registered = getUnitIndexAndPhysQuantIndex(name);
+  if (registered == kNoUnit) {
+    return composition->getCombinedUnitsQuantityType() != -1 ? NEW_UNIT : NEW_UNIT_NEW_QUANTITY;
+  }
+  if (isUnitBuiltin(registered.first, registered.second))
+    raiseError(errors::CannotUnregisterBuiltin);
+  if (registered.first != quantity) raiseError(errors::DuplicateName, name);
+  const UnitRepresentation* old = getUnitRepresentation(registered.first, registered.second);
+  if (utEqualWithinEps(old->getMultiplier(), definition->getMultiplier()) &&
+      utEqualWithinEps(old->getOffset(), definition->getOffset()) &&
+      old->getCompositionString() == definition->getCompositionString()) {
+    return NOTHING_TO_REGISTER;
+  }
+  issueWarning(errors::Redefining, name);
+  return REDEFINITION;
+}
+
+// ---------------------------------------------------------------- registration
+
+void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
+  auto* definition = dynamic_cast<UnitRepresentation*>(definitionApi);
+  if (definition == nullptr)
+    throw std::invalid_argument("registerUnit needs a TwUnits::UnitRepresentation");
+  int code = verifyUnitForRegistration(definition);
+  const std::string name = definition->getName();
+  const std::string compositionText = definition->getCompositionString();
+  UnitComposition* composition = verifyUnitCompositionString(compositionText);
+
+  auto own = std::make_unique<UnitComposition>(*composition);
+  own->setMultiplier(own->getMultiplier() * definition->getMultiplier());
+  UnitComposition* ownInCache = nullptr;
+  if (cache_.count(name) == 0) {
+    ownInCache = own.get();
+    cache_.emplace(name, std::move(own));
+  }
+  // From here on the name resolves through the cache.
+  if (code == NOTHING_TO_REGISTER) return;
+  if (code == REDEFINITION) {
+    unregisterUnitForUnitRegistration(definition, std::move(own));
+    composition = verifyUnitCompositionString(compositionText);
+  } else if (code == NEW_UNIT_NEW_QUANTITY) {
+    composition->markQuantityStale();
+    if (composition->getCombinedUnitsQuantityType() == -1)
+      quantities_->registerAnonymousPQ(composition);
+    composition->markQuantityStale();
+    if (ownInCache) ownInCache->markQuantityStale();
+  }
+
+  int quantity = composition->getCombinedUnitsQuantityType();
+  while (getNumQuantityLists() <= quantity) appendQuantityLists();
+  int index = static_cast<int>(getNumUnits(quantity));
+  at(unitNames_, quantity).push_back(name);
+  addresses_[name] = {quantity, index};
+  at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
+
+  if (quantity <= kLastBaseQuantity) {
+    auto converter =
+        std::make_unique<UnitConverter>(definition->getMultiplier(), definition->getOffset());
+    if (composition->getNumerator().size() + composition->getDenominator().size() < 2) {
+      definition->setCompositionString(composition->getCompositionString());
+    } else {
+      composition->cancelRepeats();
+      std::string reduced = composition->getCompositionString();
+      definition->setCompositionString(reduced);
+      definition->setMultiplier(definition->getMultiplier() * composition->getMultiplier());
+      composition = verifyUnitCompositionString(reduced);
+      // The old text was cancelled in place; a unit name keeps its own entry.
+      if (reduced != compositionText && !isUnitRegistered(compositionText))
+        cache_.erase(compositionText);
+    }
+    int referenceUnit = static_cast<int>(composition->getNumerator().begin()->getUnitIdx());
+    converters_->addBaseUnitConverter(quantity, index, referenceUnit, converter.release());
+  } else {
+    incrementNumUnits(quantity);
+  }
+  at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(*composition));
+  quantityOfUnit_.emplace(name, quantity);
+  data_->runreg(definition);
+  attachChangeVeto(definition);
+}
+
+void UnitManager::unregisterUnitForUnitRegistration(const UnitRepresentationApi* definition,
+                                                    std::unique_ptr<UnitComposition> own) {
+  unregisterUnit(definition->getName());
+  own.reset();
+  auto replacement = std::make_unique<UnitComposition>(
+      *verifyUnitCompositionString(definition->getCompositionString()));
+  replacement->setMultiplier(replacement->getMultiplier() * definition->getMultiplier());
+  cache_[definition->getName()] = std::move(replacement);
+}
+
+void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
+                                   UnitRepresentationApi::UNIT_REP_PROPERTY) {
+  int quantity = getUnitPhysicalQuantityType(definition->getName());
+  int index = getUnitIndex(quantity, definition->getName());
+  if (isUnitBuiltin(quantity, index)) raiseError(errors::CannotUnregisterBuiltin);
+  UnitAddress user = getUnitIfUsedInComposition(quantity, index);
+  if (user != kNoUnit) raiseError(errors::BeingUsed, unitName(user.first, user.second));
+  raiseError(errors::RegisteredUnitCannotChange);
+}
+
+// ---------------------------------------------------------------- removal
+
+void UnitManager::unregisterUnit(const std::string& name) {
+  UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
+  if (address == kNoUnit) raiseError(errors::NotFound, name);
+  auto [quantity, index] = address;
+  if (isUnitBuiltin(quantity, index)) raiseError(errors::CannotUnregisterBuiltin);
+  UnitAddress user = getUnitIfUsedInComposition(quantity, index);
+  if (user != kNoUnit) raiseError(errors::BeingUsed, unitName(user.first, user.second));
+
+  UnitRepresentation* definition = getUnitRepresentation(quantity, index);
+  for (const Listener& listener : data_->unregistered) listener(definition);
+  if (data_->removalHook) data_->removalHook(definition);
+
+  auto& names = at(unitNames_, quantity);
+  names.erase(names.begin() + index);
+  auto& compositions = at(compositions_, quantity);
+  compositions.erase(compositions.begin() + index);
+  cache_.erase(name);
+  for (auto entry = cache_.begin(); entry != cache_.end();) {
+    entry = entry->second->containsUnit(quantity, index) ? cache_.erase(entry) : std::next(entry);
+  }
+  --at(unitCounts_, quantity);
+  quantityOfUnit_.erase(name);
+  addresses_.erase(name);
+  auto& definitions = at(definitions_, quantity);
+  definitions.erase(definitions.begin() + index);
+  shiftUnitIndexes(quantity, index);
+  if (quantity <= kLastBaseQuantity) converters_->removeConversionFunctionsForUnit(quantity, index);
+}
+
+// Later units of the quantity moved down one index: every reference follows them,
+// so compositions still name the same units.
+void UnitManager::shiftUnitIndexes(int quantity, int removedUnit) {
+  const auto& names = at(unitNames_, quantity);
+  for (int u = removedUnit; u < static_cast<int>(names.size()); ++u)
+    addresses_[at(names, u)] = {quantity, u};
+  if (quantity > kLastBaseQuantity) return;  // compositions hold base-quantity units only
+  for (auto& list : compositions_) {
+    for (auto& composition : list) composition->shiftUnitIndexesAfterRemoval(quantity, removedUnit);
+  }
+  for (auto& [text, composition] : cache_)
+    composition->shiftUnitIndexesAfterRemoval(quantity, removedUnit);
+}
+
+void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
+  int prefixIndex = prefixes_->getPrefixIndex(prefix->getName());
+  UnitAddress user = getUnitIfPrefixUsedInComposition(prefixIndex);
+  if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
+  for (auto entry = cache_.begin(); entry != cache_.end();) {
+    entry = entry->second->containsPrefix(prefixIndex) ? cache_.erase(entry) : std::next(entry);
+  }
+  // Later prefixes are about to move down one index; compositions follow them.
+  auto shifted = [prefixIndex](UnitComposition& composition) {
+    composition.shiftPrefixIndexesAfterRemoval(prefixIndex);
+  };
+  for (auto& list : compositions_) {
+    for (auto& composition : list) shifted(*composition);
+  }
+  for (auto& [text, composition] : cache_) shifted(*composition);
+}
+
+// ---------------------------------------------------------------- quantities
+
+void UnitManager::notifyPhysicalQuantityAdded(const QuantityDimensionApi*) {
+  appendQuantityLists();
+}
+
+void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*,
+                                                unsigned long removed) {
+  int quantity = static_cast<int>(removed);
+  for (int u = static_cast<int>(getNumUnits(quantity)) - 1; u >= 0; --u)
+    unregisterUnit(unitName(quantity, u));
+  std::size_t position = static_cast<std::size_t>(quantity);
+  if (position >= unitNames_.size()) return;
+  unitNames_.erase(unitNames_.begin() + quantity);
+  unitCounts_.erase(unitCounts_.begin() + quantity);
+  compositions_.erase(compositions_.begin() + quantity);
+  definitions_.erase(definitions_.begin() + quantity);
+  // Later quantities move down one index.
+  for (auto& [name, q] : quantityOfUnit_) {
+    if (q > quantity) --q;
+  }
+  for (auto& [name, address] : addresses_) {
+    if (address.first > quantity) --address.first;
+  }
+  markCompositionsStale();
+}
+
+void UnitManager::markCompositionsStale() {
+  for (auto& list : compositions_) {
+    for (auto& composition : list) composition->markQuantityStale();
+  }
+  for (auto& [text, composition] : cache_) composition->markQuantityStale();
+}
+
+void UnitManager::incrementNumUnits(int quantity) {
+  if (quantity == static_cast<int>(unitCounts_.size())) unitCounts_.push_back(0);
+  ++at(unitCounts_, quantity);
+}
+
+void UnitManager::addUnitRegisteredListener(const Listener& listener) {
+  data_->registered.push_back(listener);
+}
+
+void UnitManager::addUnitUnregisteredListener(const Listener& listener) {
+  data_->unregistered.push_back(listener);
+}
+
+// ---------------------------------------------------------------- conversion
+
+double UnitManager::convert(double value, const std::string& from, const std::string& to) const {
+  std::unique_ptr<UnitConverter> converter(converters_->getQuantityUnitConverter(from, to));
+  return converter->doConversion(value);
+}
+
+UnitComposition* UnitManager::createUnitCompApiForUnitSystem(
+    const std::string& composition, const UnitSystemApi* system,
+    std::pair<double, double>& multiplierAndOffset) const {
+  std::unique_ptr<UnitComposition> parsed(
+      QuantityStringParser::Instance()->createUnitCompFromString(composition));
+  int quantity = parsed->getCombinedUnitsQuantityType();
+  if (quantity == -1) quantity = Instance()->getQuantityIdxFromCompositionString(composition);
+  auto inSystem = std::make_unique<UnitComposition>(quantity, system);
+  std::unique_ptr<UnitConverter> converter(
+      converters_->getQuantityUnitConverter(composition, inSystem->getCompositionString()));
+  multiplierAndOffset = {converter->getMultiplier(), converter->getOffset()};
+  return inSystem.release();
+}
+
+}  // namespace TwUnits

@@ -1,0 +1,213 @@
+#pragma once
+
+// File: UnitManager.hpp
+// The unit registry: a process-wide singleton that owns every unit definition, knows
+// each unit's physical quantity and its index among that quantity's units, keeps
+// the resolved composition of every unit and of every composition text it has
+// verified (the composition cache), decides whether a unit may be registered,
+// redefined or removed, and refuses every change to a registered unit. Its first
+// use sets up every registry and the built-in library.
+//
+// A unit is addressed by (quantity index, unit index); unit indexes count from 0 in
+// order of registration within a quantity and move down when a unit is removed.
+//
+// Example:
+//   UnitManager* units = UnitManager::Instance();
+//   units->convert(1.0, "mile", "meter");                  // 1609.344
+//   auto* furlong = new UnitRepresentation("furlong", "meter", 201.168, 0.0, true);
+//   units->registerUnit(furlong);                          // the registry owns it
+//   units->unregisterUnit("meter");                        // raises "Unit:CannotUnregisterBuiltin"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "units/UnitManagerData.hpp"
+#include "units/UnitRepresentation.hpp"
+
+class StringVector;
+
+namespace TwUnits {
+
+class DimensionalAnalysisManager;
+class DimensionalAnalysisManagerApi;
+class PhysicalQuantityManager;
+class PhysicalQuantityManagerApi;
+class QuantityDimensionApi;
+class QuantityStringParserApi;
+class UnitBase;
+class UnitComposition;
+class UnitConverterManager;
+class UnitConverterManagerApi;
+class UnitPrefixApi;
+class UnitPrefixManager;
+class UnitPrefixManagerApi;
+class UnitSystemApi;
+class UnitSystemManager;
+class UnitSystemManagerApi;
+
+class UnitManager {
+ public:
+  using Listener = UnitManagerData::Listener;
+  // (quantity index, unit index); (-1, -1) for none.
+  using UnitAddress = std::pair<int, int>;
+
+  // Registration codes of the checks.
+  enum RegistrationCode {
+    NEW_UNIT_NEW_QUANTITY = 0,  // a new unit whose dimensions no quantity has yet
+    NOTHING_TO_REGISTER = 1,    // the same definition, or a prefix on a registered unit
+    REDEFINITION = 2,           // a registered user unit of the same quantity, redefined
+    NEW_UNIT = 3,               // a new unit of a registered quantity
+  };
+
+  // The singleton. The first call creates it, publishes it and only then sets it up,
+  // so calls made during set-up get the registry being set up.
+  static UnitManager* Instance();
+
+  virtual ~UnitManager();
+  UnitManager(const UnitManager&) = delete;
+  UnitManager& operator=(const UnitManager&) = delete;
+
+  PhysicalQuantityManagerApi* getPhysicalQuantityManagerApi() const;
+  UnitPrefixManagerApi* getUnitPrefixManagerApi() const;
+  UnitSystemManagerApi* getUnitSystemManagerApi() const;
+  UnitConverterManagerApi* getUnitConverterManagerApi() const;
+  DimensionalAnalysisManagerApi* getDimensionalAnalysisManagerApi() const;
+  QuantityStringParserApi* getQuantityStringParserApi() const;
+  // Returns a new default definition; the caller owns it until it registers it.
+  UnitRepresentationApi* createUnitRepresentationApi() const;
+
+  // ---- Queries. Names match exactly; "kilogram" is a composition, not a unit.
+  bool isUnitRegistered(int quantity, const std::string& name) const;
+  bool isUnitRegistered(const std::string& name) const;
+  // The name's index within the quantity, or -1.
+  int getUnitIndex(int quantity, const std::string& name) const;
+  UnitAddress getUnitIndexAndPhysQuantIndex(const std::string& name) const;
+  // The quantity index of a registered unit name, or -1.
+  int getUnitPhysicalQuantityType(const std::string& name) const;
+  // The registry keeps the definitions it hands out. Index queries raise
+  // std::out_of_range beyond the lists; the name queries answer null.
+  UnitRepresentation* getUnitRepresentation(int quantity, int index) const;
+  UnitRepresentation* getUnitRepresentation(const std::string& name) const;
+  UnitRepresentationApi* getUnitRepresentationApi(const std::string& name) const;
+  const UnitComposition* getUnitComposition(int quantity, int index) const;
+  const UnitComposition* getUnitComposition(int quantity, const std::string& name) const;
+  // A derived unit's composition string; a built-in base unit's own name; otherwise
+  // the canonical text of its stored composition.
+  std::string getUnitCompositionAsString(int quantity, const std::string& name) const;
+  // 0 for a quantity index beyond the lists.
+  unsigned getNumUnits(int quantity) const;
+  // Returns a new list of the quantity's unit names in index order; the caller owns it.
+  StringVector* getQuantityUnitStrings(int quantity) const;
+  // The quantity's own name list, not copied.
+  const std::vector<std::string>& getQuantityUnitStrings2(int quantity) const;
+  bool isUnitBuiltin(int quantity, int index) const;
+  bool isUnitBuiltin(int quantity, const std::string& name) const;
+  bool isUnitBuiltin(const std::string& name) const;
+  // Whether the name is a unit of one of the seven base quantities.
+  bool isBaseUnit(const std::string& name) const;
+  // Whether a registered prefix begins the text.
+  bool isPrefixStringOnUnit(const std::string& text) const;
+  // The prefix's name (if any) followed by the unit's name: "kilo" and "gram" give
+  // "kilogram". Raises std::out_of_range for indexes outside the registry.
+  void createUnitStringFromUnitBase(const UnitBase& unit, std::string& name) const;
+  // The first unit, quantities and units in index order, whose stored composition or
+  // composition string uses the unit; (-1, -1) if none.
+  UnitAddress getUnitIfUsedInComposition(int quantity, int index) const;
+  UnitAddress getUnitIfPrefixUsedInComposition(int prefixIndex) const;
+
+  // ---- Composition texts.
+  // The resolved composition of the text, from the cache or parsed and cached; the
+  // cache keeps it. Registers an anonymous quantity for new dimensions, and warns
+  // "Unit:Deprecation" on every use of a deprecated unit's name. Parse errors pass.
+  UnitComposition* verifyUnitCompositionString(const std::string& text);
+  bool errForInvalidUnitComposition(const std::string& text);
+  int getQuantityIdxFromCompositionString(const std::string& text);
+  // The registered quantity of the text (the registry keeps it), or null when the
+  // text does not resolve.
+  const QuantityDimensionApi* getQuantityDimensionFromComposition(const std::string& text);
+  // Returns when the text is a time unit or a composition of time; raises
+  // "Unit:EmptyTimeUnits" or "Unit:InvalidTimeUnits".
+  virtual void validateTimeUnits(const std::string& text);
+  // The cache's composition for the text, or null; the parser resolves names here.
+  const UnitComposition* getCachedComposition(const std::string& text) const;
+
+  // ---- Changes.
+  // Registers, redefines or ignores the definition. The registry owns it afterwards,
+  // unless the code was NOTHING_TO_REGISTER or a check raised: then it stays with the
+  // caller.
+  void registerUnit(UnitRepresentationApi* definition);
+  // Removes a user unit; later units of its quantity move down one index. Raises
+  // "Unit:NotFound", "Unit:CannotUnregisterBuiltin" or "Unit:BeingUsed".
+  void unregisterUnit(const std::string& name);
+  // The checks of registration, without changes; returns the registration code.
+  int verifyUnitForRegistration(const UnitRepresentationApi* definition) const;
+  int checkForPrefixInRegisteringUnitName(const std::string& name,
+                                          const UnitRepresentationApi* definition) const;
+  int checkForAlreadyRegisteredUnit(const UnitComposition* composition,
+                                    const UnitRepresentationApi* definition, int quantity) const;
+  // Removes the old definition of a unit being redefined and caches the new one's
+  // composition; `own` is freed.
+  void unregisterUnitForUnitRegistration(const UnitRepresentationApi* definition,
+                                         std::unique_ptr<UnitComposition> own);
+  void addUnitRegisteredListener(const Listener& listener);
+  void addUnitUnregisteredListener(const Listener& listener);
+  // The change veto of every registered definition: always raises.
+  void unitChangedEvent(const UnitRepresentationApi* definition,
+                        UnitRepresentationApi::UNIT_REP_PROPERTY property);
+  void notifyPhysicalQuantityAdded(const QuantityDimensionApi* quantity);
+  void notifyPhysicalQuantityRemoved(const QuantityDimensionApi* quantity, unsigned long index);
+  // Refuses the removal of a prefix that a unit's definition uses ("Unit:PrefixBeingUsed").
+  void notifyPrefixBeingRemoved(const UnitPrefixApi* prefix);
+  // The value in `from` converted to `to`, prefixes and multipliers applied.
+  double convert(double value, const std::string& from, const std::string& to) const;
+  // Returns a new composition of the same quantity in the system's units (the caller
+  // owns it), and sets multiplierAndOffset to the conversion from the text into it.
+  UnitComposition* createUnitCompApiForUnitSystem(
+      const std::string& composition, const UnitSystemApi* system,
+      std::pair<double, double>& multiplierAndOffset) const;
+  void incrementNumUnits(int quantity);
+
+  int getNumQuantityLists() const { return static_cast<int>(unitNames_.size()); }
+
+ private:
+  UnitManager();
+
+  void setup();
+  void setupBuiltinUnits();
+  void setupBuiltinBaseUnits();
+  void setupBuiltinDerivedUnits();
+  void registerInternalListeners();
+  void attachChangeVeto(UnitRepresentation* definition);
+  void appendQuantityLists();
+  void addBaseUnit(int quantity, const char* name, bool libraryVisible);
+  void shiftUnitIndexes(int quantity, int removedUnit);
+  void markCompositionsStale();
+  std::string unitName(int quantity, int index) const;
+
+  std::unique_ptr<UnitManagerData> data_;
+  UnitSystemManager* unitSystems_ = nullptr;
+  PhysicalQuantityManager* quantities_ = nullptr;
+  UnitPrefixManager* prefixes_ = nullptr;
+  UnitConverterManager* converters_ = nullptr;
+  DimensionalAnalysisManager* dimensions_ = nullptr;
+
+  // Per quantity index, aligned with the quantity registry.
+  std::vector<std::vector<std::string>> unitNames_;
+  std::vector<unsigned> unitCounts_;
+  std::vector<std::vector<std::unique_ptr<UnitComposition>>> compositions_;
+  std::vector<std::vector<std::unique_ptr<UnitRepresentation>>> definitions_;
+  // Per built-in quantity: units below this index are built-in.
+  std::vector<int> builtinCounts_;
+
+  std::unordered_map<std::string, int> quantityOfUnit_;
+  // Where each registered name lives; names are unique across quantities.
+  std::unordered_map<std::string, UnitAddress> addresses_;
+  // The cache owns these compositions: one per unit name and per verified text.
+  std::unordered_map<std::string, std::unique_ptr<UnitComposition>> cache_;
+};
+
+}  // namespace TwUnits

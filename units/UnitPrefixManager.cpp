@@ -1,0 +1,208 @@
+#include "units/UnitPrefixManager.hpp"
+
+#include <boost/bind/bind.hpp>
+#include <limits>
+#include <stdexcept>
+
+#include "host/Numeric.hpp"
+#include "host/StringUtils.hpp"
+#include "host/StringVector.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/UnitChangeEvent.hpp"
+#include "units/UnitManager.hpp"
+#include "units/messages/UnitErrors.hpp"
+#include "units/udd/UDDObjectManager.hpp"
+
+namespace TwUnits {
+
+namespace {
+
+struct BuiltinPrefix {
+  const char* name;
+  const char* alias;
+  int exponent;
+};
+
+// The order is the prefix index, which compositions refer to.
+constexpr BuiltinPrefix kBuiltinPrefixes[] = {
+    {"tera", "T", 12},   {"giga", "G", 9},   {"mega", "M", 6},  {"kilo", "k", 3},
+    {"hecto", "h", 2},   {"deka", "D", 1},   {"deci", "d", -1}, {"centi", "c", -2},
+    {"milli", "m", -3},  {"micro", "u", -6}, {"nano", "n", -9}, {"pico", "p", -12},
+    {"femto", "f", -15},
+};
+static_assert(std::size(kBuiltinPrefixes) == UnitPrefixManager::kBuiltinPrefixCount);
+
+bool beginsWith(const std::string& text, const std::string& start) {
+  return text.size() >= start.size() && text.compare(0, start.size(), start) == 0;
+}
+
+}  // namespace
+
+UnitPrefixManager* UnitPrefixManager::_instance = nullptr;
+
+UnitPrefixManager* UnitPrefixManager::Instance() {
+  if (_instance == nullptr) _instance = new UnitPrefixManager();
+  return _instance;
+}
+
+UnitPrefixManager::UnitPrefixManager() : listeners_(std::make_unique<Listeners>()) {
+  registerInternalListeners();
+}
+
+UnitPrefixManager::~UnitPrefixManager() = default;
+
+void UnitPrefixManager::registerInternalListeners() {
+  using namespace boost::placeholders;
+  listeners_->registered.push_back(&UDDObjectManager::prefixRegisteredListener);
+  listeners_->removal = &UDDObjectManager::prefixUnregisteredListener;
+  UnitChangeEvent* sender = UnitChangeEvent::Instance();
+  addUnitPrefixRegisteredListener(boost::bind(&UnitChangeEvent::postPrefixCreated, sender, _1));
+  addUnitPrefixUnregisteredListener(boost::bind(&UnitChangeEvent::postPrefixRemoved, sender, _1));
+}
+
+void UnitPrefixManager::setupPrefixes() {
+  for (const BuiltinPrefix& builtin : kBuiltinPrefixes) {
+    prefixes_.push_back(
+        std::make_unique<UnitPrefix>(builtin.name, builtin.exponent, builtin.alias));
+  }
+  for (const auto& prefix : prefixes_) {
+    byName_.emplace(prefix->getName(), prefix.get());
+    names_.push_back(prefix->getName());
+    for (const Listener& listener : listeners_->registered) listener(prefix.get());
+    attachChangeGuard(prefix.get());
+  }
+  builtinCount_ = static_cast<int>(prefixes_.size());
+}
+
+void UnitPrefixManager::attachChangeGuard(UnitPrefix* prefix) {
+  using namespace boost::placeholders;
+  prefix->addChangeListener(boost::bind(&UnitPrefixManager::prefixChangedEvent, this, _1, _2));
+}
+
+void UnitPrefixManager::addUnitPrefixRegisteredListener(const Listener& listener) {
+  listeners_->registered.push_back(listener);
+}
+
+void UnitPrefixManager::addUnitPrefixUnregisteredListener(const Listener& listener) {
+  listeners_->unregistered.push_back(listener);
+}
+
+bool UnitPrefixManager::verifyUnitPrefix(const UnitPrefix* prefix) const {
+  const std::string& name = prefix->getName();
+  if (name.empty()) raiseError(errors::PrefixUnsetName);
+  if (!isValidCALVEXIdentifier(name)) raiseError(errors::PrefixNameInvalid);
+  auto registered = byName_.find(name);
+  if (registered != byName_.end()) {
+    if (getPrefixIndex(name) < builtinCount_) raiseError(errors::PrefixCannotUnregisterBuiltin);
+    if (registered->second->getExponent() == prefix->getExponent()) return true;
+    raiseError(errors::PrefixDuplicateName, name);
+  }
+  UnitManager* units = UnitManager::Instance();
+  int quantityCount = PhysicalQuantityManager::Instance()->getNumQuantities();
+  for (int q = 0; q < quantityCount; ++q) {
+    std::unique_ptr<StringVector> unitNames(units->getQuantityUnitStrings(q));
+    for (int u = 0; u < unitNames->size(); ++u) {
+      std::string unitName = unitNames->elementAt(u);
+      if (beginsWith(unitName, name)) raiseError(errors::PrefixUnitNameCollision, name, unitName);
+    }
+  }
+  return false;
+}
+
+void UnitPrefixManager::registerPrefix(UnitPrefixApi* prefixApi) {
+  auto* prefix = dynamic_cast<UnitPrefix*>(prefixApi);
+  if (prefix == nullptr) throw std::invalid_argument("registerPrefix needs a TwUnits::UnitPrefix");
+  if (verifyUnitPrefix(prefix)) return;  // the same prefix is registered; the caller keeps this one
+  attachChangeGuard(prefix);
+  prefixes_.emplace_back(prefix);
+  byName_.emplace(prefix->getName(), prefix);
+  names_.push_back(prefix->getName());
+  for (const Listener& listener : listeners_->registered) listener(prefix);
+}
+
+void UnitPrefixManager::prefixChangedEvent(const UnitPrefixApi* prefix,
+                                           UnitPrefixApi::UNIT_PREFIX_PROPERTY) {
+  if (isPrefixBuiltin(prefix->getName())) raiseError(errors::PrefixCannotUnregisterBuiltin);
+  raiseError(errors::RegisteredPrefixCannotChange);
+}
+
+void UnitPrefixManager::unregisterPrefix(const std::string& name) {
+  int index = getPrefixIndex(name);
+  if (index == -1) raiseError(errors::PrefixNotFound, name);
+  if (index < builtinCount_) raiseError(errors::PrefixCannotUnregisterBuiltin);
+  UnitPrefix* prefix = byName_.at(name);
+  // A listener may refuse the removal by raising; nothing has changed yet.
+  for (const Listener& listener : listeners_->unregistered) listener(prefix);
+  if (listeners_->removal) listeners_->removal(prefix);
+  byName_.erase(name);
+  names_.erase(names_.begin() + index);
+  prefixes_.erase(prefixes_.begin() + index);
+}
+
+bool UnitPrefixManager::isPrefixBuiltin(const std::string& name) const {
+  int index = getPrefixIndex(name);
+  return index >= 0 && index < kBuiltinPrefixCount;
+}
+
+bool UnitPrefixManager::isPrefixRegistered(const std::string& name) const {
+  return byName_.count(name) > 0;
+}
+
+UnitPrefixApi* UnitPrefixManager::getUnitPrefixApi(const std::string& name) const {
+  auto found = byName_.find(name);
+  return found == byName_.end() ? nullptr : found->second;
+}
+
+UnitPrefixApi* UnitPrefixManager::createUnitPrefixApi() const { return new UnitPrefix(); }
+
+int UnitPrefixManager::getPrefixIndex(const std::string& name) const {
+  for (std::size_t i = 0; i < prefixes_.size(); ++i) {
+    if (prefixes_[i]->getName() == name) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+double UnitPrefixManager::getPrefixMultiplier2(std::string name) const {
+  const UnitPrefixApi* prefix = name.empty() ? nullptr : getUnitPrefixApi(name);
+  if (prefix == nullptr) return std::numeric_limits<double>::quiet_NaN();
+  return static_cast<const UnitPrefix*>(prefix)->getMult();
+}
+
+std::string UnitPrefixManager::getPrefixStringFromMultiplier(double multiplier) const {
+  for (const auto& prefix : prefixes_) {
+    if (utEqualWithinEps(prefix->getMult(), multiplier)) return prefix->getName();
+  }
+  return {};
+}
+
+StringVector* UnitPrefixManager::getPrefixUnitStrings() const {
+  auto list = std::make_unique<StringVector>();
+  for (const std::string& name : names_) list->addElement(name.c_str());
+  return list.release();
+}
+
+// The walk is in byte-wise name order, not by length: a user prefix that is the
+// beginning of another prefix's name sorts first and wins. It stops at the first
+// match, since names carry at most one prefix.
+const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) const {
+  for (const auto& [name, prefix] : byName_) {
+    if (beginsWith(text, name)) return prefix;
+  }
+  return nullptr;
+}
+
+std::string UnitPrefixManager::stripPrefixFromSingleUnit(const std::string& unitName) const {
+  const UnitPrefix* prefix = findLeadingPrefix(unitName);
+  return prefix ? unitName.substr(prefix->getName().size()) : unitName;
+}
+
+double UnitPrefixManager::stripPrefixAndGetMultiplier(std::string& unitName,
+                                                      std::string& prefixName) const {
+  const UnitPrefix* prefix = findLeadingPrefix(unitName);
+  if (prefix == nullptr) return std::numeric_limits<double>::quiet_NaN();
+  prefixName = prefix->getName();
+  unitName.erase(0, prefixName.size());
+  return prefix->getMult();
+}
+
+}  // namespace TwUnits
