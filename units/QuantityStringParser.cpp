@@ -479,6 +479,8 @@ class ExpressionHelper<QuantityStringParserApi::NAME> : public ExpressionHelperT
     }
     int quantity = units->getUnitPhysicalQuantityType(name);
     int unit = units->getUnitIndex(quantity, name);
+    // Callers verify first; a name that is no unit still gets the registry's error.
+    if (unit == -1) raiseError(errors::NotFound, name);
     stack.push_back(MakeupTerm{
         {UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(unit), prefix)},
         {}});

@@ -1,0 +1,179 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "host/ErrorIdException.hpp"
+#include "host/StringVector.hpp"
+#include "tests/support/ErrorCapture.hpp"
+#include "tests/support/RegistrySnapshot.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/UnitComposition.hpp"
+#include "units/UnitManager.hpp"
+
+namespace TwUnits {
+namespace {
+
+class PhysicalQuantityRegistry : public testing::Test {
+ protected:
+  void SetUp() override { UnitManager::Instance(); }
+
+  // Registers a new quantity; the registry owns it on success.
+  void add(const char* name, std::array<int, 7> exponents) {
+    auto quantity = std::make_unique<QuantityDimension>(exponents.data(), name);
+    registry->registerPhysicalQuantity(quantity.get());
+    quantity.release();
+  }
+
+  PhysicalQuantityManager* registry = PhysicalQuantityManager::Instance();
+};
+
+TEST_F(PhysicalQuantityRegistry, BuiltinQuantities) {
+  EXPECT_EQ(registry->getNumQuantities(), 37);
+  EXPECT_EQ(registry->getBuiltinCount(), 37);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("dimensionless")), 36);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("Dimensionless")), -1);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("luminous_intensity")), 6);
+  EXPECT_EQ(registry->getQuantityDimension(37), nullptr);
+  EXPECT_EQ(registry->getQuantityDimension(-1), nullptr);
+  int pressure[7] = {0, 1, -1, -2, 0, 0, 0};
+  EXPECT_EQ(registry->getQuantityIdx(pressure), 12);
+  std::unique_ptr<StringVector> names(registry->getAllQuantityTypeStrings());
+  ASSERT_EQ(names->size(), 37);
+  EXPECT_STREQ(names->elementAt(28), "one_over_amount_time");
+  std::unique_ptr<QuantityDimension> canceling(
+      registry->getCancelingDimensions(registry->getQuantityDimension(9)));
+  EXPECT_EQ(canceling->getBaseQuantityMakeup(), "mass^-1*length^-2*time^2");
+}
+
+TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecides) {
+  RegistrySnapshot before = RegistrySnapshot::take();
+  int calls = 0;
+  registry->addPhysicalQuantityRegisteredListener([&](const QuantityDimensionApi*) { ++calls; });
+  struct Case {
+    const char* name;
+    std::array<int, 7> exponents;
+    const char* identifier;
+    const char* message;
+  } cases[] = {
+      // the name test comes before any duplicate test, even with taken dimensions
+      {"2speed",
+       {0, 0, 1, -1, 0, 0, 0},
+       "Unit:QuantityNameInvalid",
+       "Error registering physical quantity. See help for valid names."},
+      {"",
+       {0, 0, 5, 0, 0, 0, 0},
+       "Unit:QuantityNameInvalid",
+       "Error registering physical quantity. See help for valid names."},
+      {"velocity2",
+       {0, 0, 1, -1, 0, 0, 0},
+       "Unit:QuantityDuplicateDimensions",
+       "Unable to register physical quantity 'velocity2' because physical quantity 'velocity' has "
+       "matching "
+       "dimensions."},
+      {"nothing",
+       {0, 0, 0, 0, 0, 0, 0},
+       "Unit:QuantityDuplicateDimensions",
+       "Unable to register physical quantity 'nothing' because physical quantity 'dimensionless' "
+       "has matching "
+       "dimensions."},
+      // dimensions of entry 3 ("time") and the name of entry 20: entry 3 decides
+      {"capacitance",
+       {0, 0, 0, 1, 0, 0, 0},
+       "Unit:QuantityDuplicateDimensions",
+       "Unable to register physical quantity 'capacitance' because physical quantity 'time' has "
+       "matching "
+       "dimensions."},
+      {"mass",
+       {0, 0, 9, 0, 0, 0, 0},
+       "Unit:QuantityDuplicateName",
+       "Unable to register physical quantity 'mass' because a physical quantity with that name "
+       "already exists."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    QuantityDimension refused(c.exponents.data(), c.name);
+    EXPECT_UNIT_ERROR(registry->registerPhysicalQuantity(&refused), c.identifier, c.message);
+  }
+  EXPECT_EQ(calls, 0);
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+}
+
+TEST_F(PhysicalQuantityRegistry, RemovalShiftsLaterIndexesAndTellsListenersFirst) {
+  add("x", {0, 0, 7, 0, 0, 0, 0});
+  add("y", {0, 0, 8, 0, 0, 0, 0});
+  ASSERT_EQ(registry->getQuantityIdx(std::string("y")), 38);
+  std::vector<std::pair<std::string, unsigned long>> seen;
+  registry->addPhysicalQuantityUnregisteredListener(
+      [&](const QuantityDimensionApi* q, unsigned long index) {
+        // still in place while the listeners run
+        EXPECT_EQ(registry->getQuantityIdx(std::string(q->getName())), static_cast<int>(index));
+        seen.emplace_back(q->getName(), index);
+      });
+  registry->unregisterPhysicalQuantity("x");
+  EXPECT_EQ(seen, (std::vector<std::pair<std::string, unsigned long>>{{"x", 37}}));
+  EXPECT_EQ(registry->getQuantityIdx(std::string("y")), 37);
+  EXPECT_EQ(registry->getQuantityDimension(38), nullptr);
+  EXPECT_EQ(registry->getQuantityTypeNames().at(37), "y");
+}
+
+TEST_F(PhysicalQuantityRegistry, RefusedRemovalChangesNothingAndCallsNoListener) {
+  int calls = 0;
+  registry->addPhysicalQuantityUnregisteredListener(
+      [&](const QuantityDimensionApi*, unsigned long) { ++calls; });
+  RegistrySnapshot before = RegistrySnapshot::take();
+  EXPECT_UNIT_ERROR(registry->unregisterPhysicalQuantity("time"),
+                    "Unit:CannotUnregisterBuiltinQuantity",
+                    "Removal of built-in physical quantities is not allowed.");
+  EXPECT_UNIT_ERROR(registry->unregisterPhysicalQuantity("speed"), "Unit:QuantityNotFound",
+                    "Referenced physical quantity 'speed' does not exist.");
+  EXPECT_EQ(calls, 0);
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+}
+
+TEST_F(PhysicalQuantityRegistry, ListenerRefusalStopsTheRemoval) {
+  add("x", {0, 0, 7, 0, 0, 0, 0});
+  registry->addPhysicalQuantityUnregisteredListener([](const QuantityDimensionApi*, unsigned long) {
+    throw new ErrorIdException("Test:Refused", "no");
+  });
+  EXPECT_UNIT_ERROR_ID(registry->unregisterPhysicalQuantity("x"), "Test:Refused");
+  EXPECT_EQ(registry->getQuantityIdx(std::string("x")), 37);
+}
+
+TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhenRegistrationFails) {
+  UnitComposition meterTo7(UnitBase(2, 0, -1));
+  meterTo7 ^= 7;
+  registry->registerAnonymousPQ(&meterTo7);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("Unnamed_Quant_1")), 37);
+  UnitComposition meterTo9(UnitBase(2, 0, -1));
+  meterTo9 ^= 9;
+  registry->registerAnonymousPQ(&meterTo9);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("Unnamed_Quant_2")), 38);
+  EXPECT_UNIT_ERROR_ID(registry->registerAnonymousPQ(&meterTo9),
+                       "Unit:QuantityDuplicateDimensions");
+  UnitComposition meterTo11(UnitBase(2, 0, -1));
+  meterTo11 ^= 11;
+  registry->registerAnonymousPQ(&meterTo11);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("Unnamed_Quant_4")), 39);
+}
+
+TEST_F(PhysicalQuantityRegistry, ListenersRunInOrderOfAddition) {
+  std::vector<int> order;
+  registry->addPhysicalQuantityRegisteredListener(
+      [&](const QuantityDimensionApi*) { order.push_back(1); });
+  registry->addPhysicalQuantityRegisteredListener(
+      [&](const QuantityDimensionApi*) { order.push_back(2); });
+  add("x", {0, 0, 7, 0, 0, 0, 0});
+  EXPECT_EQ(order, (std::vector<int>{1, 2}));
+}
+
+TEST_F(PhysicalQuantityRegistry, CreatedQuantitiesBelongToTheCaller) {
+  std::unique_ptr<QuantityDimensionApi> empty(registry->createQuantityDimensionApi());
+  EXPECT_TRUE(empty->isDimensionless());
+  std::unique_ptr<QuantityDimensionApi> copy(
+      registry->createQuantityDimensionApi(registry->getQuantityDimensionApi(9)));
+  EXPECT_STREQ(copy->getName(), "energy");
+  EXPECT_EQ(registry->getQuantityIdx(copy.get()), 9);
+}
+
+}  // namespace
+}  // namespace TwUnits

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "host/Console.hpp"
+#include "tests/support/ErrorCapture.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/QuantityDimension.hpp"
+#include "units/UnitManager.hpp"
+
+namespace TwUnits {
+namespace {
+
+QuantityDimension dims(std::array<int, 7> e, const char* name = "") {
+  return QuantityDimension(e.data(), name);
+}
+
+TEST(QuantityDimension, ConstructorsFromExponentsAndIndexLists) {
+  QuantityDimension none;
+  EXPECT_TRUE(none.isDimensionless());
+  EXPECT_STREQ(none.getName(), "");
+  int zeros[7] = {};
+  EXPECT_STREQ(QuantityDimension(zeros, nullptr).getName(), "");
+
+  // mass*length/time^2 written as base-index lists, indexes repeating
+  QuantityDimension force(std::vector<int>{1, 2}, std::vector<int>{3, 3});
+  EXPECT_EQ(force, dims({0, 1, 1, -2, 0, 0, 0}));
+  EXPECT_THROW(QuantityDimension(std::vector<int>{7}, std::vector<int>{}), std::out_of_range);
+
+  // the product of registered quantities at quantity indexes: velocity * mass
+  std::vector<int> indexes{10, 1};
+  EXPECT_EQ(QuantityDimension(&indexes), dims({0, 1, 1, -1, 0, 0, 0}));
+  EXPECT_TRUE(QuantityDimension(static_cast<const std::vector<int>*>(nullptr)).isDimensionless());
+}
+
+TEST(QuantityDimension, ArithmeticKeepsLeftNameAndIgnoresNamesInEquality) {
+  QuantityDimension mass = dims({0, 1, 0, 0, 0, 0, 0}, "mass");
+  QuantityDimension length = dims({0, 0, 1, 0, 0, 0, 0}, "length");
+  QuantityDimension product = mass * length;
+  EXPECT_STREQ(product.getName(), "mass");
+  EXPECT_EQ(product, dims({0, 1, 1, 0, 0, 0, 0}, "other"));
+  EXPECT_EQ(mass / length, dims({0, 1, -1, 0, 0, 0, 0}));
+
+  QuantityDimension energy = dims({0, 1, 2, -2, 0, 0, 0}, "energy");
+  energy ^= -2;
+  EXPECT_EQ(energy, dims({0, -2, -4, 4, 0, 0, 0}));
+  energy ^= 0;
+  EXPECT_TRUE(energy.isDimensionless());
+
+  int signature[7] = {0, 1, 0, 0, 0, 0, 0};
+  EXPECT_TRUE(mass.matchesSignature(signature));
+  EXPECT_FALSE(length.matchesSignature(signature));
+}
+
+TEST(QuantityDimension, AddingOnlyEqualDimensionsAndResultIsRightOperand) {
+  QuantityDimension a = dims({0, 0, 1, 0, 0, 0, 0}, "a");
+  QuantityDimension b = dims({0, 0, 1, 0, 0, 0, 0}, "b");
+  EXPECT_STREQ((a + b).getName(), "b");
+  EXPECT_STREQ((a - b).getName(), "b");
+  a += b;
+  EXPECT_STREQ(a.getName(), "a");
+  QuantityDimension time = dims({0, 0, 0, 1, 0, 0, 0});
+  const char* message = "Adding or subtracting quantities that are not equal is not allowed.";
+  EXPECT_UNIT_ERROR(a += time, "Unit:CannotAddSubtractDifferentQuantities", message);
+  EXPECT_UNIT_ERROR(a - time, "Unit:CannotAddSubtractDifferentQuantities", message);
+  EXPECT_EQ(a, b) << "a failed addition changes nothing";
+}
+
+TEST(QuantityDimension, BaseMakeupAndPrint) {
+  UnitManager::Instance();
+  struct Case {
+    std::array<int, 7> exponents;
+    const char* makeup;
+  } cases[] = {
+      {{0, 1, 2, -2, 0, 0, 0}, "mass*length^2*time^-2"},
+      {{-1, 0, 0, -1, 0, 0, 0}, "amount^-1*time^-1"},
+      {{0, -1, -2, 4, 0, 2, 0}, "mass^-1*length^-2*time^4*current^2"},
+      {{0, 0, 0, 0, 0, 0, 1}, "luminous_intensity"},
+      {{0, 0, 0, 0, 0, 0, 0}, ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.makeup);
+    EXPECT_EQ(dims(c.exponents).getBaseQuantityMakeup(), c.makeup);
+  }
+  std::string printed;
+  ConsoleSink previous = utSetConsoleSink([&](const std::string& text) { printed += text; });
+  dims({0, 1, 2, -2, 0, 0, 0}).print();
+  utSetConsoleSink(previous);
+  EXPECT_EQ(printed, "[ 0 1 2 -2 0 0 0 ]\n");
+}
+
+TEST(QuantityDimension, CloneIsAnIndependentCopy) {
+  QuantityDimension speed = dims({0, 0, 1, -1, 0, 0, 0}, "speed");
+  std::unique_ptr<QuantityDimension> copy(speed.clone());
+  (*copy)[3] = -2;
+  EXPECT_STREQ(copy->getName(), "speed");
+  EXPECT_EQ(speed[3], -1);
+}
+
+}  // namespace
+}  // namespace TwUnits

@@ -1,0 +1,163 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/QuantityStringParser.hpp"
+#include "units/UnitComposition.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitSystem.hpp"
+
+namespace TwUnits {
+namespace {
+
+// Unit addresses of the built-in library.
+const UnitBase kMeter(2, 0, -1), kKilometer(2, 0, 3), kInch(2, 1, -1), kSecond(3, 0, -1),
+    kGram(1, 0, -1), kKilogram(1, 0, 3), kAmpere(5, 0, -1);
+
+class Composition : public testing::Test {
+ protected:
+  void SetUp() override { UnitManager::Instance(); }
+
+  static UnitComposition parse(const std::string& text) {
+    std::unique_ptr<UnitComposition> parsed(
+        QuantityStringParser::Instance()->createUnitCompFromString(text));
+    return *parsed;
+  }
+  static UnitComposition of(std::initializer_list<UnitBase> up,
+                            std::initializer_list<UnitBase> down = {}) {
+    return UnitComposition(UnitComposition::UnitSet(up), UnitComposition::UnitSet(down));
+  }
+};
+
+TEST_F(Composition, CanonicalText) {
+  struct Case {
+    UnitComposition composition;
+    const char* text;
+  } cases[] = {
+      {UnitComposition(), "dimensionless"},
+      {of({kKilogram, kMeter}, {kSecond, kSecond}), "kilogram*meter/second^2"},
+      {of({kAmpere, kAmpere, kSecond, kSecond, kSecond, kSecond}, {kKilogram, kMeter, kMeter}),
+       "(ampere^2*second^4)/(kilogram*meter^2)"},
+      {of({}, {kSecond}), "1/second"},
+      {of({}, {kMeter, kSecond}), "1/(meter*second)"},
+      {of({kMeter, kKilometer}), "kilometer*meter"},
+      {of({kMeter, kMeter}, {kMeter}), "meter^2/meter"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(c.composition.getCompositionString(), c.text);
+  }
+  EXPECT_THROW(of({UnitBase(2, 99, -1)}).getCompositionString(), std::out_of_range);
+}
+
+TEST_F(Composition, NameAndExponentLists) {
+  using Lists = UnitCompositionApi::MakeupVectors;
+  EXPECT_EQ(UnitComposition().getUnitMakeupVectors(), (Lists{{"dimensionless"}, {1}}));
+  EXPECT_EQ(of({kMeter}, {kMeter}).getUnitMakeupVectors(), (Lists{{"meter"}, {0}}));
+  EXPECT_EQ(of({kSecond}, {kKilogram, kMeter, kMeter}).getUnitMakeupVectors(),
+            (Lists{{"kilogram", "meter", "second"}, {-1, -2, 1}}));
+}
+
+TEST_F(Composition, ProductsQuotientsAndPowersNeverCancel) {
+  UnitComposition speed = of({kMeter}, {kSecond});
+  speed.setMultiplier(1000.0);
+  speed ^= -2;
+  UnitComposition expected = of({kSecond, kSecond}, {kMeter, kMeter});
+  expected.setMultiplier(1e-6);
+  EXPECT_EQ(speed, expected);
+  EXPECT_DOUBLE_EQ(speed.getMultiplier(), 1e-6);
+
+  UnitComposition zero = of({kMeter}, {kSecond});
+  zero.setMultiplier(5.0);
+  zero ^= 0;
+  EXPECT_EQ(zero, UnitComposition());
+
+  UnitComposition squared = of({kMeter});
+  squared *= squared;
+  EXPECT_EQ(squared, parse("meter^2"));
+  UnitComposition ratio = of({kMeter});
+  ratio /= ratio;
+  EXPECT_NE(ratio, UnitComposition()) << "meter/meter keeps both units until cancelled";
+}
+
+TEST_F(Composition, EqualityComparesPrefixesAndMultipliersWithinTolerance) {
+  EXPECT_NE(of({kKilometer}), of({kMeter}));
+  UnitComposition a = of({kMeter}), b = of({kMeter});
+  a.setMultiplier(0.3);
+  b.setMultiplier(0.1 + 0.2);
+  EXPECT_EQ(a, b);
+  b.setMultiplier(0.3001);
+  EXPECT_NE(a, b);
+}
+
+TEST_F(Composition, CancellationFoldsTheRatioIntoTheMultiplier) {
+  struct Case {
+    UnitComposition composition;
+    const char* text;
+    double multiplier;
+  } cases[] = {
+      {of({kKilometer}, {kMeter}), "dimensionless", 1000.0},
+      {of({kMeter, kMeter}, {kMeter}), "meter", 1.0},
+      {of({kMeter}, {kSecond}), "meter/second", 1.0},
+      {of({kInch, kSecond}, {kMeter}), "second", 0.0254},
+      {of({kKilogram}, {kGram}), "dimensionless", 1000.0},
+  };
+  for (Case& c : cases) {
+    SCOPED_TRACE(c.text);
+    c.composition.cancelRepeats();
+    EXPECT_EQ(c.composition.getCompositionString(), c.text);
+    EXPECT_DOUBLE_EQ(c.composition.getMultiplier(), c.multiplier);
+  }
+}
+
+TEST_F(Composition, QuantityIndexIsCachedUntilMarkedStale) {
+  UnitComposition force = parse("kilogram*meter/second^2");
+  EXPECT_EQ(force.getCombinedUnitsQuantityType(), 17);
+  UnitComposition odd = parse("meter^5");
+  EXPECT_EQ(odd.getCombinedUnitsQuantityType(), -1);
+  int exponents[7] = {0, 0, 5, 0, 0, 0, 0};
+  PhysicalQuantityManager::Instance()->registerPhysicalQuantity(
+      new QuantityDimension(exponents, "hyper"));
+  EXPECT_EQ(odd.getCombinedUnitsQuantityType(), -1) << "cached";
+  odd.markQuantityStale();
+  EXPECT_EQ(odd.getCombinedUnitsQuantityType(), 37);
+}
+
+TEST_F(Composition, ContainmentAndPrefixes) {
+  UnitComposition c = of({kKilogram, kMeter}, {kSecond});
+  EXPECT_TRUE(c.containsUnit(1, 0));
+  EXPECT_TRUE(c.containsUnit(3, 0));
+  EXPECT_FALSE(c.containsUnit(2, 1));
+  EXPECT_TRUE(c.containsPrefix(3));
+  EXPECT_FALSE(c.containsPrefix(8));
+  EXPECT_EQ(c.getPrefixIdx("millimole"), 8);
+  EXPECT_EQ(c.getPrefixIdx("mole"), -1);
+  std::vector<int> quantities{42};
+  c.getQuantityIdxVector(quantities, true);
+  EXPECT_EQ(quantities, (std::vector<int>{1, 2}));
+}
+
+TEST_F(Composition, QuantityWrittenInAUnitSystem) {
+  UnitSystem system("cgs");
+  system.setMassType("gram");
+  system.setLengthType("centimeter");
+  system.setTimeType("hour");
+  EXPECT_EQ(UnitComposition(17, &system).getCompositionString(), "centimeter*gram/hour^2");
+  system.setLengthType("furlong");  // unknown: the quantity's first unit stands in
+  EXPECT_EQ(UnitComposition(12, &system).getCompositionString(), "gram/(hour^2*meter)");
+  EXPECT_EQ(UnitComposition(36, &system).getCompositionString(), "dimensionless");
+}
+
+TEST_F(Composition, DebugDump) {
+  std::ostringstream out;
+  UnitComposition c = of({kKilogram}, {kSecond});
+  c.setMultiplier(2.5);
+  out << c;
+  EXPECT_EQ(out.str(),
+            "Multiplier : 2.5\nNumerator : \nQ 1 P 3 U 0\nDenominator : \nQ 3 P -1 U 0\n");
+}
+
+}  // namespace
+}  // namespace TwUnits

@@ -1,0 +1,183 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+
+#include "host/StringVector.hpp"
+#include "tests/support/ErrorCapture.hpp"
+#include "tests/support/RegistrySnapshot.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+
+namespace TwUnits {
+namespace {
+
+class PrefixRegistry : public testing::Test {
+ protected:
+  void SetUp() override { UnitManager::Instance(); }
+
+  // Registers a new prefix; the registry owns it when it stores it.
+  UnitPrefix* add(const char* name, int exponent) {
+    auto prefix = std::make_unique<UnitPrefix>(name, exponent, "");
+    prefixes->registerPrefix(prefix.get());
+    return prefix.release();
+  }
+
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+};
+
+TEST_F(PrefixRegistry, BuiltinPrefixesAndLookups) {
+  EXPECT_EQ(prefixes->getNumPrefixes(), 13);
+  EXPECT_EQ(prefixes->getPrefixIndex("kilo"), 3);
+  EXPECT_EQ(prefixes->getPrefixIndex("Kilo"), -1);
+  EXPECT_TRUE(prefixes->isPrefixBuiltin("femto"));
+  EXPECT_FALSE(prefixes->isPrefixBuiltin("yotta"));
+  EXPECT_TRUE(prefixes->isPrefixRegistered("deka"));
+  EXPECT_EQ(prefixes->getPrefixMultiplier(prefixes->getPrefixIndex("pico")), std::pow(10.0, -12));
+  EXPECT_TRUE(std::isnan(prefixes->getPrefixMultiplier2("")));
+  EXPECT_TRUE(std::isnan(prefixes->getPrefixMultiplier2("yotta")));
+  EXPECT_EQ(prefixes->getPrefixMultiplier2("hecto"), 100.0);
+  EXPECT_EQ(prefixes->getPrefixStringFromMultiplier(1e3), "kilo");
+  EXPECT_EQ(prefixes->getPrefixStringFromMultiplier(1e-3), "milli");
+  EXPECT_EQ(prefixes->getPrefixStringFromMultiplier(5.0), "");
+  EXPECT_EQ(prefixes->getPrefix(5)->getAlias(), "D");
+  std::unique_ptr<StringVector> names(prefixes->getPrefixUnitStrings());
+  ASSERT_EQ(names->size(), 13);
+  EXPECT_STREQ(names->elementAt(0), "tera");
+  EXPECT_EQ(prefixes->getUnitPrefixApi("nano")->getExponent(), -9);
+  EXPECT_EQ(prefixes->getUnitPrefixApi("none"), nullptr);
+}
+
+TEST_F(PrefixRegistry, RegistrationChecksRunInOrder) {
+  add("zz", 4);
+  RegistrySnapshot before = RegistrySnapshot::take();
+  int calls = 0;
+  prefixes->addUnitPrefixRegisteredListener([&](const UnitPrefixApi*) { ++calls; });
+  struct Case {
+    const char* name;
+    int exponent;
+    const char* identifier;
+    const char* message;
+  } cases[] = {
+      {"", 4, "Unit:PrefixUnsetName",
+       "Unable to register user prefix because its name is not set."},
+      {"2x", 4, "Unit:PrefixNameInvalid",
+       "Invalid unit prefix name. Type 'help zophunitprefix' for valid names."},
+      // a built-in name is refused as such, whatever its exponent
+      {"kilo", 3, "Unit:PrefixCannotUnregisterBuiltin",
+       "Redefining or removing built-in prefixes is not allowed."},
+      {"kilo", 4, "Unit:PrefixCannotUnregisterBuiltin",
+       "Redefining or removing built-in prefixes is not allowed."},
+      {"zz", 5, "Unit:PrefixDuplicateName",
+       "Unable to register prefix 'zz' because a prefix with that name already exists."},
+      {"mo", 4, "Unit:PrefixUnitNameCollision",
+       "Unable to register prefix 'mo' because the registered unit 'molecule' begins with the same "
+       "name."},
+      {"pas", 4, "Unit:PrefixUnitNameCollision",
+       "Unable to register prefix 'pas' because the registered unit 'pascal' begins with the same "
+       "name."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    UnitPrefix refused(c.name, c.exponent, "");
+    EXPECT_UNIT_ERROR(prefixes->registerPrefix(&refused), c.identifier, c.message);
+  }
+  EXPECT_EQ(calls, 0);
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+}
+
+TEST_F(PrefixRegistry, SameNameAndExponentAgainIsAcceptedWithoutStoring) {
+  UnitPrefix* first = add("zz", 4);
+  UnitPrefix second("zz", 4, "");
+  EXPECT_TRUE(prefixes->verifyUnitPrefix(&second));
+  prefixes->registerPrefix(&second);  // stays with the caller: the stack object
+  EXPECT_EQ(prefixes->getUnitPrefixApi("zz"), first);
+  EXPECT_EQ(prefixes->getNumPrefixes(), 14);
+}
+
+TEST_F(PrefixRegistry, RegisteredPrefixesRefuseNameAndExponentChanges) {
+  UnitPrefix* zz = add("zz", 4);
+  EXPECT_UNIT_ERROR(zz->setExponent(5), "Unit:RegisteredPrefixCannotChange",
+                    "A registered prefix cannot have its name or exponent changed.");
+  EXPECT_UNIT_ERROR_ID(zz->setName("yy"), "Unit:RegisteredPrefixCannotChange");
+  EXPECT_EQ(zz->getExponent(), 4);
+  EXPECT_EQ(zz->getMult(), 1e4);
+  zz->setMult(3.0);
+  EXPECT_EQ(zz->getMult(), 3.0);
+  EXPECT_UNIT_ERROR_ID(prefixes->getPrefix(3)->setExponent(2),
+                       "Unit:PrefixCannotUnregisterBuiltin");
+}
+
+TEST_F(PrefixRegistry, RemovalShiftsIndexesAndRunsListenersThenRemovalCallback) {
+  add("zz", 4);
+  add("yy", 5);
+  std::vector<std::string> removed;
+  prefixes->addUnitPrefixUnregisteredListener(
+      [&](const UnitPrefixApi* p) { removed.push_back(p->getName()); });
+  prefixes->unregisterPrefix("zz");
+  EXPECT_EQ(removed, std::vector<std::string>{"zz"});
+  EXPECT_EQ(prefixes->getPrefixIndex("yy"), 13);
+  EXPECT_EQ(prefixes->getPrefixNames().back(), "yy");
+  EXPECT_FALSE(prefixes->isPrefixRegistered("zz"));
+
+  RegistrySnapshot before = RegistrySnapshot::take();
+  EXPECT_UNIT_ERROR(prefixes->unregisterPrefix("zz"), "Unit:PrefixNotFound",
+                    "Referenced prefix 'zz' does not exist.");
+  EXPECT_UNIT_ERROR_ID(prefixes->unregisterPrefix("milli"), "Unit:PrefixCannotUnregisterBuiltin");
+  EXPECT_EQ(removed.size(), 1u);
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+}
+
+TEST_F(PrefixRegistry, PrefixUsedByAUnitCannotBeRemoved) {
+  add("myria", 4);
+  UnitManager::Instance()->registerUnit(
+      new UnitRepresentation("stride", "myriameter", 1.0, 0.0, true));
+  std::vector<std::string> seen;
+  prefixes->addUnitPrefixUnregisteredListener(
+      [&](const UnitPrefixApi* p) { seen.push_back(p->getName()); });
+  EXPECT_UNIT_ERROR(
+      prefixes->unregisterPrefix("myria"), "Unit:PrefixBeingUsed",
+      "Cannot unregister unit prefix because it is being used in the definition of unit 'stride'.");
+  // the change-event listener ran before the refusal; ours came after it
+  EXPECT_TRUE(seen.empty());
+  EXPECT_TRUE(prefixes->isPrefixRegistered("myria"));
+}
+
+TEST_F(PrefixRegistry, StrippingStopsAtTheFirstPrefixInNameOrder) {
+  struct Case {
+    const char* name;
+    const char* rest;
+    const char* prefix;
+    double multiplier;  // NaN: no prefix
+  } cases[] = {
+      {"millimole", "mole", "milli", 1e-3},
+      {"kilomilligram", "milligram", "kilo", 1e3},
+      {"meter", "meter", "", NAN},
+      {"", "", "", NAN},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    std::string unit = c.name, prefix;
+    double multiplier = prefixes->stripPrefixAndGetMultiplier(unit, prefix);
+    EXPECT_EQ(unit, c.rest);
+    EXPECT_EQ(prefix, c.prefix);
+    if (std::isnan(c.multiplier)) {
+      EXPECT_TRUE(std::isnan(multiplier));
+    } else {
+      EXPECT_EQ(multiplier, c.multiplier);
+    }
+    EXPECT_EQ(prefixes->stripPrefixFromSingleUnit(c.name), c.rest);
+  }
+  // a user prefix that begins another prefix's name sorts first and wins
+  add("ki", 7);
+  EXPECT_EQ(prefixes->stripPrefixFromSingleUnit("kilometer"), "lometer");
+}
+
+TEST_F(PrefixRegistry, CreatedPrefixesHaveDefaults) {
+  std::unique_ptr<UnitPrefixApi> prefix(prefixes->createUnitPrefixApi());
+  EXPECT_EQ(prefix->getName(), "");
+  EXPECT_EQ(prefix->getExponent(), 0);
+}
+
+}  // namespace
+}  // namespace TwUnits
