@@ -12,6 +12,7 @@
 #include "units/DimensionalAnalysisManager.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
+#include "units/UnitBase.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitConverter.hpp"
@@ -517,22 +518,29 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
 
   if (quantity <= kLastBaseQuantity) {
-    auto converter =
-        std::make_unique<UnitConverter>(definition->getMultiplier(), definition->getOffset());
+    // The definition is rewritten in base units: its composition string becomes the
+    // expansion's text and its multiplier takes in the expansion's multiplier, so the
+    // stored definition and its table converter give one unit's true value.
+    double expansionMultiplier = composition->getMultiplier();
     if (composition->getNumerator().size() + composition->getDenominator().size() < 2) {
       definition->setCompositionString(composition->getCompositionString());
     } else {
       composition->cancelRepeats();
+      expansionMultiplier = composition->getMultiplier();
       std::string reduced = composition->getCompositionString();
       definition->setCompositionString(reduced);
-      definition->setMultiplier(definition->getMultiplier() * composition->getMultiplier());
       composition = verifyUnitCompositionString(reduced);
       // The old text was cancelled in place; a unit name keeps its own entry.
       if (reduced != compositionText && !isUnitRegistered(compositionText))
         cache_.erase(compositionText);
     }
-    int referenceUnit = static_cast<int>(composition->getNumerator().begin()->getUnitIdx());
-    converters_->addBaseUnitConverter(quantity, index, referenceUnit, converter.release());
+    definition->setMultiplier(definition->getMultiplier() * expansionMultiplier);
+    const UnitBase& reference = *composition->getNumerator().begin();
+    double toReference = definition->getMultiplier();
+    if (reference.getPrefixIdx() != -1)
+      toReference *= prefixes_->getPrefixMultiplier(reference.getPrefixIdx());
+    converters_->addBaseUnitConverter(quantity, index, static_cast<int>(reference.getUnitIdx()),
+                                      new UnitConverter(toReference, definition->getOffset()));
   } else {
     incrementNumUnits(quantity);
   }

@@ -1,0 +1,411 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+
+#include "host/ErrorIdException.hpp"
+#include "host/StringVector.hpp"
+#include "tests/support/ErrorCapture.hpp"
+#include "tests/support/RegistrySnapshot.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/QuantityDimension.hpp"
+#include "units/UnitComposition.hpp"
+#include "units/UnitConverterManager.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+#include "units/UnitSystem.hpp"
+#include "units/UnitSystemManager.hpp"
+
+namespace TwUnits {
+namespace {
+
+class UnitRegistry : public testing::Test {
+ protected:
+  // Registers a new definition; the registry owns it when it keeps it.
+  UnitRepresentation* add(const std::string& name, const std::string& composition,
+                          double multiplier = 1.0, double offset = 0.0) {
+    auto definition = std::make_unique<UnitRepresentation>();
+    definition->setName(name);
+    definition->setCompositionString(composition);
+    definition->setMultiplier(multiplier);
+    definition->setOffset(offset);
+    units->registerUnit(definition.get());
+    return units->getUnitRepresentation(name) == definition.get() ? definition.release() : nullptr;
+  }
+  int codeOf(const std::string& name, const std::string& composition, double multiplier = 1.0) {
+    UnitRepresentation definition(name, composition, multiplier, 0.0, true);
+    return units->verifyUnitForRegistration(&definition);
+  }
+  // Records every registered and unregistered announcement.
+  void listen() {
+    units->addUnitRegisteredListener(
+        [this](const UnitRepresentationApi* u) { calls.push_back("+" + u->getName()); });
+    units->addUnitUnregisteredListener(
+        [this](const UnitRepresentationApi* u) { calls.push_back("-" + u->getName()); });
+  }
+  double convert(const std::string& from, const std::string& to, double value = 1.0) {
+    return units->convert(value, from, to);
+  }
+
+  UnitManager* units = UnitManager::Instance();
+  std::vector<std::string> calls;
+};
+
+TEST_F(UnitRegistry, RegistrationCodes) {
+  EXPECT_EQ(codeOf("furlong", "meter", 201.168), UnitManager::NEW_UNIT);
+  EXPECT_EQ(codeOf("hyper", "meter^5"), UnitManager::NEW_UNIT_NEW_QUANTITY);
+  EXPECT_EQ(codeOf("kilometer", "meter", 1000.0), UnitManager::NOTHING_TO_REGISTER);
+  add("furlong", "meter", 201.168);
+  EXPECT_EQ(codeOf("furlong", "meter", 201.168), UnitManager::NOTHING_TO_REGISTER);
+  WarningCapture warnings;
+  EXPECT_EQ(codeOf("furlong", "meter", 200.0), UnitManager::REDEFINITION);
+  EXPECT_EQ(warnings.identifiers(), std::vector<std::string>{"Unit:Redefining"});
+  EXPECT_EQ(warnings.texts()[0],
+            "Warning: A unit with the name 'furlong' already exists.\n It will be re-registered "
+            "with the new "
+            "definition.");
+}
+
+TEST_F(UnitRegistry, RefusedRegistrationsChangeNothingAndAnnounceNothing) {
+  add("furlong", "meter", 201.168);
+  listen();
+  RegistrySnapshot before = RegistrySnapshot::take();
+  struct Case {
+    const char* name;
+    const char* composition;
+    double multiplier, offset;
+    const char* identifier;
+    const char* message;
+  } cases[] = {
+      {"2x", "meter", 1, 0, "Unit:NameInvalid",
+       "Invalid unit name. Type 'help zophunit' for valid names."},
+      {"kilofoo", "meter", 1, 0, "Unit:NameClashesWithPrefix2",
+       "Unable to register unit 'kilofoo'. Registering this unit would cause a redefinition of the "
+       "reserved "
+       "prefix 'kilo'."},
+      {"kilofoo", "meter", 1000, 0, "Unit:NameClashesWithPrefix",
+       "Unable to register unit 'kilofoo'. The name of the unit begins with the same name as a "
+       "registered prefix "
+       "'kilo'."},
+      {"x", "meter*2", 1, 0, "Unit:InvalidCompositionMathMult",
+       "Unit compositions cannot contain numeric multiplication."},
+      {"x", "furlongs", 1, 0, "Unit:NotFound", "Referenced unit 'furlongs' does not exist."},
+      // self-reference is found before the offset and multiplier checks
+      {"furlong", "furlong^2/furlong", 0, 5, "Unit:SelfReferenceInComposition",
+       "Unable to register unit. A unit's composition cannot reference itself."},
+      {"x", "meter", 1, 5, "Unit:OffsetUnitsTemperatureOnly",
+       "Only temperature units can have an offset."},
+      {"x", "meter", 0, 0, "Unit:ConversionFunctionZero",
+       "The multiplier for a unit cannot be zero."},
+      {"meter", "foot", 1, 0, "Unit:CannotUnregisterBuiltin",
+       "A built-in unit cannot be redefined or unregistered."},
+      {"furlong", "second", 1, 0, "Unit:DuplicateName",
+       "Unable to register user-defined unit 'furlong' because a unit with that name already "
+       "exists. Use "
+       "ZOPHREMOVEFROMLIBRARY to remove the unit."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name + std::string(" = ") + c.composition);
+    UnitRepresentation definition(c.name, c.composition, c.multiplier, c.offset, true);
+    EXPECT_UNIT_ERROR(units->registerUnit(&definition), c.identifier, c.message);
+    EXPECT_UNIT_ERROR(units->verifyUnitForRegistration(&definition), c.identifier, c.message);
+  }
+  EXPECT_TRUE(calls.empty());
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+  EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 201.168);
+}
+
+TEST_F(UnitRegistry, NewUnitsOfDerivedBaseAndNewQuantities) {
+  listen();
+  add("furlong", "meter", 201.168);
+  add("kph", "kilometer/hour");
+  add("hyper", "meter^5", 2.0);
+  EXPECT_EQ(calls, (std::vector<std::string>{"+furlong", "+kph", "+hyper"}));
+  EXPECT_EQ(units->getUnitIndexAndPhysQuantIndex("furlong"), UnitManager::UnitAddress(2, 6));
+  EXPECT_EQ(units->getUnitIndexAndPhysQuantIndex("kph"), UnitManager::UnitAddress(10, 0));
+  EXPECT_EQ(units->getUnitPhysicalQuantityType("hyper"), 37);
+  EXPECT_STREQ(PhysicalQuantityManager::Instance()->getQuantityDimension(37)->getName(),
+               "Unnamed_Quant_1");
+  EXPECT_DOUBLE_EQ(convert("furlong", "foot"), 201.168 / 0.3048);
+  EXPECT_DOUBLE_EQ(convert("kph", "meter/second", 36.0), 10.0);
+  EXPECT_DOUBLE_EQ(convert("hyper", "meter^5"), 2.0);
+  EXPECT_FALSE(units->isUnitBuiltin("furlong"));
+  EXPECT_EQ(units->getUnitCompositionAsString(10, "kph"), "kilometer/hour");
+  EXPECT_EQ(units->getUnitCompositionAsString(2, "furlong"), "meter");
+  // a base-quantity unit whose composition cancels down is stored cancelled
+  add("kmish", "kilometer*second/second");
+  EXPECT_EQ(units->getUnitRepresentation("kmish")->getCompositionString(), "kilometer");
+  EXPECT_DOUBLE_EQ(convert("kmish", "meter"), 1000.0);
+}
+
+TEST_F(UnitRegistry, PrefixOnARegisteredUnitIsNotAUnit) {
+  listen();
+  RegistrySnapshot before = RegistrySnapshot::take();
+  EXPECT_EQ(add("kilometer", "meter", 1000.0), nullptr);
+  EXPECT_TRUE(calls.empty());
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+  EXPECT_FALSE(units->isUnitRegistered("kilometer"));
+  EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1000.0);
+}
+
+TEST_F(UnitRegistry, IdenticalDefinitionAgainChangesNothingAndWarnsNothing) {
+  add("furlong", "meter", 201.168);
+  listen();
+  RegistrySnapshot before = RegistrySnapshot::take();
+  WarningCapture warnings;
+  EXPECT_EQ(add("furlong", "meter", 201.168), nullptr);
+  EXPECT_TRUE(warnings.identifiers().empty());
+  EXPECT_TRUE(calls.empty());
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+}
+
+TEST_F(UnitRegistry, RedefinitionRemovesThenRegistersAtTheEnd) {
+  add("furlong", "meter", 201.168);
+  add("chain", "meter", 20.1168);
+  listen();
+  WarningCapture warnings;
+  UnitRepresentation* redefined = add("furlong", "meter", 200.0);
+  ASSERT_NE(redefined, nullptr);
+  EXPECT_EQ(warnings.identifiers(), std::vector<std::string>{"Unit:Redefining"});
+  EXPECT_EQ(calls, (std::vector<std::string>{"-furlong", "+furlong"}));
+  EXPECT_EQ(units->getUnitIndex(2, "chain"), 6);
+  EXPECT_EQ(units->getUnitIndex(2, "furlong"), 7);
+  EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 200.0);
+  EXPECT_DOUBLE_EQ(convert("chain", "meter"), 20.1168);
+}
+
+TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
+  add("furlong", "meter", 201.168);
+  add("fph", "furlong/hour");
+  WarningCapture warnings;
+  UnitRepresentation definition("furlong", "meter", 200.0, 0.0, true);
+  EXPECT_UNIT_ERROR(units->registerUnit(&definition), "Unit:BeingUsed",
+                    "Cannot unregister unit because it is being used by unit 'fph'.");
+  EXPECT_EQ(warnings.identifiers(), std::vector<std::string>{"Unit:Redefining"});
+  EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 201.168);
+}
+
+TEST_F(UnitRegistry, RegisteredUnitsRefuseEveryChange) {
+  UnitRepresentation* furlong = add("furlong", "meter", 201.168);
+  UnitRepresentation* free = add("chain", "meter", 20.1168);
+  add("fph", "furlong/hour");
+  struct Case {
+    UnitRepresentation* unit;
+    const char* identifier;
+  } cases[] = {
+      {units->getUnitRepresentation("meter"), "Unit:CannotUnregisterBuiltin"},
+      {units->getUnitRepresentation("pascal"), "Unit:CannotUnregisterBuiltin"},
+      {furlong, "Unit:BeingUsed"},
+      {free, "Unit:RegisteredUnitCannotChange"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.unit->getName());
+    std::string name = c.unit->getName(), composition = c.unit->getCompositionString();
+    double multiplier = c.unit->getMultiplier();
+    EXPECT_UNIT_ERROR_ID(c.unit->setName("other"), c.identifier);
+    EXPECT_UNIT_ERROR_ID(c.unit->setCompositionString("foot"), c.identifier);
+    EXPECT_UNIT_ERROR_ID(c.unit->setMultiplier(3.0), c.identifier);
+    EXPECT_UNIT_ERROR_ID(c.unit->setOffset(3.0), c.identifier);
+    EXPECT_UNIT_ERROR_ID(c.unit->setAlias("x"), c.identifier);
+    EXPECT_EQ(c.unit->getName(), name);
+    EXPECT_EQ(c.unit->getCompositionString(), composition);
+    EXPECT_EQ(c.unit->getMultiplier(), multiplier);
+  }
+  EXPECT_UNIT_ERROR(furlong->setMultiplier(1.0), "Unit:BeingUsed",
+                    "Cannot unregister unit because it is being used by unit 'fph'.");
+}
+
+TEST_F(UnitRegistry, RefusedRemovalsChangeNothing) {
+  add("furlong", "meter", 201.168);
+  add("fph", "furlong/hour");  // registered first, but velocity comes after area in scan order
+  add("sqfur", "furlong^2");
+  add("league", "furlong", 24.0);  // a length unit is stored in base units: it uses nothing
+  listen();
+  RegistrySnapshot before = RegistrySnapshot::take();
+  EXPECT_UNIT_ERROR(units->unregisterUnit("furlongs"), "Unit:NotFound",
+                    "Referenced unit 'furlongs' does not exist.");
+  EXPECT_UNIT_ERROR(units->unregisterUnit("kilometer"), "Unit:NotFound",
+                    "Referenced unit 'kilometer' does not exist.");
+  EXPECT_UNIT_ERROR(units->unregisterUnit("mile"), "Unit:CannotUnregisterBuiltin",
+                    "A built-in unit cannot be redefined or unregistered.");
+  EXPECT_UNIT_ERROR(units->unregisterUnit("furlong"), "Unit:BeingUsed",
+                    "Cannot unregister unit because it is being used by unit 'sqfur'.");
+  EXPECT_TRUE(calls.empty());
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+}
+
+TEST_F(UnitRegistry, RemovalReindexesLaterUnitsSoConversionsStayTheSame) {
+  add("furlong", "meter", 201.168);
+  add("chain", "meter", 20.1168);
+  add("link", "chain", 0.01);
+  UnitSystem system("chains");
+  system.setLengthType("link");
+  std::unique_ptr<UnitConverter> before(
+      UnitConverterManager::Instance()->getQuantityUnitConverter("mile", &system));
+  listen();
+  units->unregisterUnit("furlong");
+  EXPECT_EQ(calls, std::vector<std::string>{"-furlong"});
+  EXPECT_FALSE(units->isUnitRegistered("furlong"));
+  EXPECT_EQ(units->getCachedComposition("furlong"), nullptr);
+  EXPECT_EQ(units->getUnitIndex(2, "chain"), 6);
+  EXPECT_EQ(units->getUnitIndex(2, "link"), 7);
+  EXPECT_EQ(units->getNumUnits(2), 8u);
+  EXPECT_EQ(UnitConverterManager::Instance()->getTableSize(2), 64u);
+  EXPECT_DOUBLE_EQ(convert("link", "meter"), 0.201168);
+  EXPECT_DOUBLE_EQ(convert("chain", "link"), 100.0);
+  std::unique_ptr<UnitConverter> after(
+      UnitConverterManager::Instance()->getQuantityUnitConverter("mile", &system));
+  EXPECT_DOUBLE_EQ(after->getMultiplier(), before->getMultiplier());
+  EXPECT_DOUBLE_EQ(after->getMultiplier(), 1609.344 / 0.201168);
+  EXPECT_UNIT_ERROR_ID(convert("furlong", "meter"), "Unit:NotFound");
+}
+
+TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
+  add("chain", "meter", 20.1168);
+  struct Case {
+    const char* name;
+    const char* composition;
+    double multiplier;
+    const char* storedComposition;
+    double metersPerUnit;
+  } cases[] = {
+      {"link", "chain", 0.01, "meter", 0.201168},
+      {"kft", "kilofoot", 1.0, "kilofoot", 304.8},
+      {"cmish", "centimeter*second/second", 1.0, "centimeter", 0.01},
+      {"chainish", "chain*hour/minute", 1.0, "meter", 20.1168 * 60},
+  };
+  UnitConverterManager* converters = UnitConverterManager::Instance();
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    add(c.name, c.composition, c.multiplier);
+    const UnitRepresentation* unit = units->getUnitRepresentation(c.name);
+    EXPECT_EQ(unit->getCompositionString(), c.storedComposition);
+    EXPECT_DOUBLE_EQ(convert(c.name, "meter"), c.metersPerUnit);
+    std::unique_ptr<UnitConverter> table(
+        converters->getQuantityUnitConverter(2, units->getUnitIndex(2, c.name), 0));
+    EXPECT_DOUBLE_EQ(table->getMultiplier(), c.metersPerUnit);
+  }
+}
+
+TEST_F(UnitRegistry, ConvertAppliesPrefixesAndMultipliers) {
+  EXPECT_DOUBLE_EQ(convert("millimole", "mole"), 1e-3);
+  EXPECT_DOUBLE_EQ(convert("calorie", "joule"), 4.1868);
+  EXPECT_DOUBLE_EQ(convert("kilopascal", "pascal", 2.0), 2000.0);
+  EXPECT_UNIT_ERROR_ID(convert("meter", "second"), "Unit:ConversionDifferentQuants");
+}
+
+TEST_F(UnitRegistry, DeprecatedTemperatureUnitsWarnOnEveryUse) {
+  WarningCapture warnings;
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_NE(units->verifyUnitCompositionString("celsius"), nullptr);
+    units->verifyUnitCompositionString("Celsius");
+    units->verifyUnitCompositionString("fahrenheit");
+    units->verifyUnitCompositionString("kelvin");
+  }
+  EXPECT_EQ(warnings.identifiers().size(), 6u);
+  EXPECT_EQ(warnings.texts()[0],
+            "The temperature unit 'celsius' has been removed. Use kelvin instead.");
+  EXPECT_EQ(warnings.texts()[2],
+            "The temperature unit 'fahrenheit' has been removed. Use kelvin instead.");
+}
+
+TEST_F(UnitRegistry, TimeUnits) {
+  for (const char* text : {"second", "hour", "day", "millisecond", "minute*meter/meter"}) {
+    EXPECT_NO_THROW(units->validateTimeUnits(text)) << text;
+  }
+  EXPECT_UNIT_ERROR(units->validateTimeUnits(""), "Unit:EmptyTimeUnits",
+                    "The empty string is not a valid time unit.");
+  EXPECT_UNIT_ERROR(units->validateTimeUnits("meter"), "Unit:InvalidTimeUnits",
+                    "'meter' is not a valid time unit.");
+  EXPECT_UNIT_ERROR(units->validateTimeUnits("fortnight"), "Unit:InvalidTimeUnits",
+                    "'fortnight' is not a valid time unit.");
+  EXPECT_UNIT_ERROR_ID(units->validateTimeUnits("second+"), "Unit:BadUnitCompositionParse");
+}
+
+TEST_F(UnitRegistry, Queries) {
+  EXPECT_FALSE(units->isUnitBuiltin(37, 0));
+  EXPECT_TRUE(units->isUnitBuiltin(2, "metre"));
+  EXPECT_FALSE(units->isUnitBuiltin("kilometer"));
+  EXPECT_TRUE(units->isUnitRegistered(3, "hour"));
+  EXPECT_FALSE(units->isUnitRegistered(2, "hour"));
+  EXPECT_EQ(units->getUnitIndexAndPhysQuantIndex("nothing"), UnitManager::UnitAddress(-1, -1));
+  EXPECT_EQ(units->getUnitRepresentation("nothing"), nullptr);
+  EXPECT_EQ(units->getNumUnits(99), 0u);
+  EXPECT_THROW(units->getUnitRepresentation(2, 99), std::out_of_range);
+  EXPECT_TRUE(units->isPrefixStringOnUnit("millimole"));
+  EXPECT_FALSE(units->isPrefixStringOnUnit("mole"));
+  std::string name;
+  units->createUnitStringFromUnitBase(UnitBase(1, 0, 3), name);
+  EXPECT_EQ(name, "kilogram");
+  std::unique_ptr<StringVector> amount(units->getQuantityUnitStrings(0));
+  ASSERT_EQ(amount->size(), 3);
+  EXPECT_STREQ(amount->elementAt(2), "mole");
+  EXPECT_EQ(units->getQuantityDimensionFromComposition("newton"),
+            PhysicalQuantityManager::Instance()->getQuantityDimensionApi(17));
+  EXPECT_EQ(units->getQuantityDimensionFromComposition("furlongs"), nullptr);
+  EXPECT_EQ(units->getQuantityIdxFromCompositionString("mole/liter"), 14);
+  std::unique_ptr<UnitRepresentationApi> created(units->createUnitRepresentationApi());
+  EXPECT_EQ(created->getMultiplier(), 1.0);
+}
+
+TEST_F(UnitRegistry, RemovingAQuantityRemovesItsUnitsAndKeepsListsAligned) {
+  int x[7] = {0, 0, 7, 0, 0, 0, 0}, y[7] = {0, 0, 8, 0, 0, 0, 0};
+  PhysicalQuantityManager* quantities = PhysicalQuantityManager::Instance();
+  quantities->registerPhysicalQuantity(new QuantityDimension(x, "x"));
+  quantities->registerPhysicalQuantity(new QuantityDimension(y, "y"));
+  add("xa", "meter^7");
+  add("xb", "meter^7", 2.0);
+  add("ya", "meter^8", 3.0);
+  listen();
+  quantities->unregisterPhysicalQuantity("x");
+  EXPECT_EQ(calls, (std::vector<std::string>{"-xb", "-xa"}));
+  EXPECT_EQ(units->getUnitIndexAndPhysQuantIndex("ya"), UnitManager::UnitAddress(37, 0));
+  EXPECT_EQ(units->getUnitPhysicalQuantityType("ya"), 37);
+  EXPECT_EQ(units->getNumUnits(37), 1u);
+  EXPECT_EQ(units->getNumUnits(38), 0u);
+  EXPECT_EQ(units->getQuantityIdxFromCompositionString("ya"), 37);
+  EXPECT_DOUBLE_EQ(convert("ya", "meter^8"), 3.0);
+  add("yb", "meter^8", 4.0);
+  EXPECT_EQ(units->getUnitIndexAndPhysQuantIndex("yb"), UnitManager::UnitAddress(37, 1));
+}
+
+TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPrefixes) {
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
+  prefixes->registerPrefix(new UnitPrefix("zz", 5, ""));
+  add("zstep", "zzmeter");
+  EXPECT_DOUBLE_EQ(convert("myriameter", "meter"), 1e4);
+  prefixes->unregisterPrefix("myria");
+  EXPECT_EQ(units->getCachedComposition("myriameter"), nullptr);
+  EXPECT_DOUBLE_EQ(convert("zstep", "meter"), 1e5);
+  EXPECT_EQ(units->getUnitComposition(2, "zstep")->getCompositionString(), "zzmeter");
+  EXPECT_UNIT_ERROR_ID(convert("myriameter", "meter"), "Unit:NotFound");
+}
+
+TEST_F(UnitRegistry, UnitSystemCompositions) {
+  std::pair<double, double> factor{-1, -1};
+  std::unique_ptr<UnitComposition> inMks(units->createUnitCompApiForUnitSystem(
+      "newton", UnitSystemManager::Instance()->getUnitSystemApi("MKS"), factor));
+  EXPECT_EQ(inMks->getCompositionString(), "kilogram*meter/second^2");
+  EXPECT_EQ(factor, (std::pair<double, double>{1.0, 0.0}));
+}
+
+TEST_F(UnitRegistry, ErrorPathsLeakNothing) {
+  // Run under LeakSanitizer: every raised error and every temporary is freed.
+  const char* bad[] = {"meter*2",     "furlongs", "(meter",       "2/second",
+                       "meter^meter", "5",        "meter+second", ""};
+  for (int round = 0; round < 3; ++round) {
+    for (const char* text : bad) {
+      EXPECT_NE(captureError([&] { units->verifyUnitCompositionString(text); }), std::nullopt);
+      UnitRepresentation definition("leaky", text, 1.0, 0.0, true);
+      EXPECT_NE(captureError([&] { units->registerUnit(&definition); }), std::nullopt);
+      EXPECT_NE(captureError([&] {
+                  delete units->getUnitConverterManagerApi()->getQuantityUnitConverterApi(text,
+                                                                                          "meter");
+                }),
+                std::nullopt);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace TwUnits
