@@ -209,6 +209,13 @@ UnitConverter* UnitConverterManager::temperatureConverter(
       raiseError(errors::OffsetConversionWithPrefixNotAllowed);
     }
   }
+  // A temperature written as a composition (kelvin*meter/meter) has no table entry of
+  // its own; the composition converter applies the same offset and prefix rules.
+  if (fromUnit == -1 || toUnit == -1) {
+    return getQuantityUnitConverter(kTemperatureIndex,
+                                    const_cast<UnitComposition*>(fromComposition),
+                                    const_cast<UnitComposition*>(toComposition));
+  }
   return getQuantityUnitConverter(kTemperatureIndex, fromUnit, toUnit);
 }
 

@@ -95,8 +95,12 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
   addresses_[name] = {quantity, index};
   at(definitions_, quantity)
       .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
-  UnitComposition composition(
-      UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
+  // "dimensionless" is the empty composition; every other base unit is itself.
+  UnitComposition composition;
+  if (quantity != kDimensionlessIndex) {
+    composition = UnitComposition(
+        UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
+  }
   cache_[name] = std::make_unique<UnitComposition>(composition);
   at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(composition));
 }
