@@ -12,21 +12,22 @@
 namespace TwUnits {
 namespace {
 
-// Unit addresses of the built-in library.
-const UnitBase kMeter(2, 0, -1), kKilometer(2, 0, 3), kInch(2, 1, -1), kSecond(3, 0, -1),
-    kGram(1, 0, -1), kKilogram(1, 0, 3), kAmpere(5, 0, -1);
-
 class Composition : public testing::Test {
  protected:
   void SetUp() override { UnitManager::Instance(); }
+
+  // Unit addresses of the built-in library (made per test: making a UnitBase reaches
+  // the registries, which must not happen before a test has prepared the host).
+  const UnitBase kMeter{2, 0, -1}, kKilometer{2, 0, 3}, kInch{2, 1, -1}, kSecond{3, 0, -1},
+      kGram{1, 0, -1}, kKilogram{1, 0, 3}, kAmpere{5, 0, -1};
 
   static UnitComposition parse(const std::string& text) {
     std::unique_ptr<UnitComposition> parsed(
         QuantityStringParser::Instance()->createUnitCompFromString(text));
     return *parsed;
   }
-  static UnitComposition of(std::initializer_list<UnitBase> up,
-                            std::initializer_list<UnitBase> down = {}) {
+  UnitComposition of(std::initializer_list<UnitBase> up,
+                     std::initializer_list<UnitBase> down = {}) {
     return UnitComposition(UnitComposition::UnitSet(up), UnitComposition::UnitSet(down));
   }
 };

@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include "host/ErrorIdException.hpp"
+#include "host/JavaBridge.hpp"
+#include "tests/support/ErrorCapture.hpp"
+#include "units/PhysicalQuantityManager.hpp"
+#include "units/UnitChangeEvent.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+
+namespace TwUnits {
+namespace {
+
+using Events = std::vector<std::pair<std::string, std::string>>;
+
+Events queued() {
+  Events events;
+  for (const JavaEvent& event : hostJavaEventQueue()) events.emplace_back(event.name, event.type);
+  return events;
+}
+
+// Each test runs in a process of its own: the event queue is switched on before any
+// registry creates the change-event sender.
+class ChangeEvents : public testing::Test {
+ protected:
+  void SetUp() override {
+    hostSetUsingJava(true);
+    units = UnitManager::Instance();
+    builtinEvents = queued();
+    hostClearJavaEventQueue();
+  }
+
+  Events builtinEvents;
+
+  UnitManager* units = nullptr;
+};
+
+TEST_F(ChangeEvents, BuiltinSetUpPostsOnlyThePrefixes) {
+  // Built-in units are set up while the host-object listener is the only one; the
+  // prefix registry has its change-event listener from its construction on.
+  ASSERT_EQ(builtinEvents.size(), 13u);
+  EXPECT_EQ(builtinEvents.front(), (std::pair<std::string, std::string>{"tera", "PREFIX_CREATED"}));
+  EXPECT_EQ(builtinEvents.back(), (std::pair<std::string, std::string>{"femto", "PREFIX_CREATED"}));
+  EXPECT_EQ(hostLiveJavaObjectCount(), 1u) << "only the event class handle";
+}
+
+TEST_F(ChangeEvents, RegistrationCallsTheSenderBeforeLaterListeners) {
+  std::vector<std::string> order;
+  units->addUnitRegisteredListener([&](const UnitRepresentationApi* u) {
+    order.push_back("first saw " + std::to_string(queued().size()) + " " + u->getName());
+  });
+  units->addUnitRegisteredListener(
+      [&](const UnitRepresentationApi*) { order.push_back("second"); });
+  units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
+  EXPECT_EQ(order, (std::vector<std::string>{"first saw 1 furlong", "second"}));
+  EXPECT_EQ(queued(), (Events{{"furlong", "UNIT_CREATED"}}));
+  EXPECT_EQ(hostLiveJavaObjectCount(), 1u) << "event objects and strings are released";
+}
+
+TEST_F(ChangeEvents, RedefinitionPostsRemovalThenCreation) {
+  units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
+  WarningCapture quiet;
+  units->registerUnit(new UnitRepresentation("furlong", "meter", 200.0, 0.0, true));
+  EXPECT_EQ(queued(), (Events{{"furlong", "UNIT_CREATED"},
+                              {"furlong", "UNIT_REMOVED"},
+                              {"furlong", "UNIT_CREATED"}}));
+}
+
+TEST_F(ChangeEvents, RefusedOrEmptyOperationsPostNothing) {
+  units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
+  units->registerUnit(new UnitRepresentation("fph", "furlong/hour", 1.0, 0.0, true));
+  hostClearJavaEventQueue();
+  EXPECT_UNIT_ERROR_ID(units->unregisterUnit("furlong"), "Unit:BeingUsed");
+  UnitRepresentation prefixed("kilometer", "meter", 1000.0, 0.0, true);
+  units->registerUnit(&prefixed);
+  UnitRepresentation same("furlong", "meter", 201.168, 0.0, true);
+  units->registerUnit(&same);
+  EXPECT_TRUE(queued().empty());
+}
+
+TEST_F(ChangeEvents, PrefixesQuantitiesAndUnitSystems) {
+  UnitPrefixManager::Instance()->registerPrefix(new UnitPrefix("myria", 4, "my"));
+  UnitPrefixManager::Instance()->unregisterPrefix("myria");
+  int exponents[7] = {0, 0, 7, 0, 0, 0, 0};
+  PhysicalQuantityManager::Instance()->registerPhysicalQuantity(
+      new QuantityDimension(exponents, "x"));
+  units->registerUnit(new UnitRepresentation("hyper", "meter^5", 1.0, 0.0, true));
+  units->registerUnit(new UnitRepresentation("xunit", "meter^7", 1.0, 0.0, true));
+  PhysicalQuantityManager::Instance()->unregisterPhysicalQuantity("x");
+  UnitChangeEvent::Instance()->postUnitSystemCreated("cgs");
+  UnitChangeEvent::Instance()->postUnitSystemRemoved("cgs");
+  EXPECT_EQ(queued(), (Events{{"myria", "PREFIX_CREATED"},
+                              {"myria", "PREFIX_REMOVED"},
+                              {"x", "QUANTITY_CREATED"},
+                              {"Unnamed_Quant_1", "QUANTITY_CREATED"},
+                              {"hyper", "UNIT_CREATED"},
+                              {"xunit", "UNIT_CREATED"},
+                              {"x", "QUANTITY_REMOVED"},
+                              {"xunit", "UNIT_REMOVED"},
+                              {"cgs", "UNIT_SYSTEM_CREATED"},
+                              {"cgs", "UNIT_SYSTEM_REMOVED"}}));
+  EXPECT_EQ(hostLiveJavaObjectCount(), 1u);
+}
+
+TEST(ChangeEventsWithoutJava, NothingIsCreated) {
+  UnitManager* units = UnitManager::Instance();
+  units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
+  units->unregisterUnit("furlong");
+  hostSetUsingJava(true);  // too late: the sender decided when it was created
+  UnitChangeEvent::Instance()->postUnitSystemCreated("cgs");
+  EXPECT_TRUE(hostJavaEventQueue().empty());
+  EXPECT_EQ(hostLiveJavaObjectCount(), 0u);
+}
+
+}  // namespace
+}  // namespace TwUnits
