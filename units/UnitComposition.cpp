@@ -263,20 +263,31 @@ UnitComposition::UnitSet rewritten(const UnitComposition::UnitSet& units, Rewrit
 }  // namespace
 
 void UnitComposition::shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit) {
+  auto later = [&](const UnitBase& unit) {
+    return static_cast<int>(unit.getPQIdx()) == quantityIndex &&
+           static_cast<int>(unit.getUnitIdx()) > removedUnit;
+  };
+  if (std::none_of(numerator_.begin(), numerator_.end(), later) &&
+      std::none_of(denominator_.begin(), denominator_.end(), later)) {
+    return;
+  }
   auto shift = [&](const UnitBase& unit) {
-    bool later = static_cast<int>(unit.getPQIdx()) == quantityIndex &&
-                 static_cast<int>(unit.getUnitIdx()) > removedUnit;
-    return later ? UnitBase(unit.getPQIdx(), unit.getUnitIdx() - 1, unit.getPrefixIdx()) : unit;
+    return later(unit) ? UnitBase(unit.getPQIdx(), unit.getUnitIdx() - 1, unit.getPrefixIdx())
+                       : unit;
   };
   numerator_ = rewritten(numerator_, shift);
   denominator_ = rewritten(denominator_, shift);
 }
 
 void UnitComposition::shiftPrefixIndexesAfterRemoval(int removedPrefix) {
+  auto later = [&](const UnitBase& unit) { return unit.getPrefixIdx() > removedPrefix; };
+  if (std::none_of(numerator_.begin(), numerator_.end(), later) &&
+      std::none_of(denominator_.begin(), denominator_.end(), later)) {
+    return;
+  }
   auto shift = [&](const UnitBase& unit) {
-    return unit.getPrefixIdx() > removedPrefix
-               ? UnitBase(unit.getPQIdx(), unit.getUnitIdx(), unit.getPrefixIdx() - 1)
-               : unit;
+    return later(unit) ? UnitBase(unit.getPQIdx(), unit.getUnitIdx(), unit.getPrefixIdx() - 1)
+                       : unit;
   };
   numerator_ = rewritten(numerator_, shift);
   denominator_ = rewritten(denominator_, shift);

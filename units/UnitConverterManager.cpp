@@ -14,12 +14,10 @@ namespace TwUnits {
 
 namespace {
 
-std::size_t tableIndex(int unitCount, int fromUnit, int toUnit) {
+void checkUnitIndexes(int unitCount, int fromUnit, int toUnit) {
   if (fromUnit < 0 || toUnit < 0 || fromUnit >= unitCount || toUnit >= unitCount) {
     throw std::out_of_range("unit index outside the conversion table");
   }
-  return static_cast<std::size_t>(unitCount) * static_cast<std::size_t>(fromUnit) +
-         static_cast<std::size_t>(toUnit);
 }
 
 int unitCountOf(int quantity) {
@@ -47,9 +45,18 @@ UnitConverterManager::~UnitConverterManager() = default;
 
 const UnitConverter& UnitConverterManager::tableEntry(int quantity, int fromUnit,
                                                       int toUnit) const {
-  const ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
-  const auto& entry = table.at(tableIndex(unitCountOf(quantity), fromUnit, toUnit));
+  const ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
+  checkUnitIndexes(unitCountOf(quantity), fromUnit, toUnit);
+  const auto& entry =
+      table.at(static_cast<std::size_t>(fromUnit)).at(static_cast<std::size_t>(toUnit));
   return entry ? *entry : *identity_;
+}
+
+std::size_t UnitConverterManager::getTableSize(int quantity) const {
+  std::size_t size = 0;
+  for (const ConverterList& row : tables_.at(static_cast<std::size_t>(quantity)))
+    size += row.size();
+  return size;
 }
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(int quantity, int fromUnit,
@@ -75,7 +82,7 @@ UnitConverter* UnitConverterManager::getReverseUnitConverter(
 void UnitConverterManager::addBaseUnitConverter(int quantity, int newUnit, int referenceUnit,
                                                 UnitConverter* converter) {
   std::unique_ptr<UnitConverter> owned(converter);
-  ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
+  ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
   if (owned->getFromUnit() == -1) owned->setFromUnit(newUnit);
   if (owned->getToUnit() == -1) owned->setToUnit(referenceUnit);
   owned->setQuantityIdx(quantity);
@@ -85,60 +92,70 @@ void UnitConverterManager::addBaseUnitConverter(int quantity, int newUnit, int r
   batch.emplace_back(getReverseUnitConverter(owned.get()));
   if (table.empty()) {
     // The quantity's first converter introduces both of its units.
-    table.push_back(std::move(owned));
-    table.push_back(std::move(batch.front()));
+    batch.push_back(std::move(owned));
     units->incrementNumUnits(quantity);
     units->incrementNumUnits(quantity);
-    sortConversions(quantity);
+    placeConverters(quantity, batch);
     return;
   }
-  const UnitConverter& toReference = *owned;
+  // Every chain through the reference unit is composed now, once.
   int unitCount = unitCountOf(quantity);
   for (int unit = 0; unit < unitCount; ++unit) {
     const UnitConverter& onward = tableEntry(quantity, referenceUnit, unit);
     if (onward.isIdentity()) continue;
     auto composed = std::make_unique<UnitConverter>(
-        toReference.getMultiplier() * onward.getMultiplier(),
-        toReference.getOffset() * onward.getMultiplier() + onward.getOffset());
+        owned->getMultiplier() * onward.getMultiplier(),
+        owned->getOffset() * onward.getMultiplier() + onward.getOffset());
     composed->setQuantityIdx(quantity);
     composed->setFromUnit(newUnit);
     composed->setToUnit(onward.getToUnit());
     batch.emplace_back(getReverseUnitConverter(composed.get()));
     batch.push_back(std::move(composed));
   }
-  table.push_back(std::move(owned));
-  for (auto& converterInBatch : batch) table.push_back(std::move(converterInBatch));
+  batch.push_back(std::move(owned));
   units->incrementNumUnits(quantity);
-  sortConversions(quantity);
+  placeConverters(quantity, batch);
+}
+
+void UnitConverterManager::placeConverters(int quantity, ConverterList& converters) {
+  ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
+  std::size_t unitCount = static_cast<std::size_t>(unitCountOf(quantity));
+  // New entries start empty, which is the identity.
+  table.resize(unitCount);
+  for (ConverterList& row : table) row.resize(unitCount);
+  for (auto& converter : converters) {
+    if (!converter || converter->isIdentity()) continue;
+    checkUnitIndexes(static_cast<int>(unitCount), converter->getFromUnit(), converter->getToUnit());
+    table[static_cast<std::size_t>(converter->getFromUnit())]
+         [static_cast<std::size_t>(converter->getToUnit())] = std::move(converter);
+  }
 }
 
 void UnitConverterManager::sortConversions(int quantity) {
-  ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
-  int unitCount = unitCountOf(quantity);
-  ConverterList sorted(static_cast<std::size_t>(unitCount) * static_cast<std::size_t>(unitCount));
-  for (auto& converter : table) {
-    if (!converter || converter->isIdentity()) continue;
-    std::size_t index = tableIndex(unitCount, converter->getFromUnit(), converter->getToUnit());
-    sorted.at(index) = std::move(converter);
+  ConverterList converters;
+  for (ConverterList& row : tables_.at(static_cast<std::size_t>(quantity))) {
+    for (auto& converter : row) {
+      if (converter) converters.push_back(std::move(converter));
+    }
   }
-  table = std::move(sorted);  // entries left empty are the identity
+  tables_.at(static_cast<std::size_t>(quantity)).clear();
+  placeConverters(quantity, converters);
 }
 
 void UnitConverterManager::removeConversionFunctionsForUnit(int quantity, int unit) {
-  ConverterList& table = tables_.at(static_cast<std::size_t>(quantity));
-  int oldCount = unitCountOf(quantity) + 1;
-  ConverterList kept;
-  for (int from = 0; from < oldCount; ++from) {
-    for (int to = 0; to < oldCount; ++to) {
-      auto& converter = table.at(tableIndex(oldCount, from, to));
-      if (!converter || converter->isIdentity() || from == unit || to == unit) continue;
+  ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
+  std::size_t removed = static_cast<std::size_t>(unit);
+  if (removed >= table.size()) throw std::out_of_range("unit index outside the conversion table");
+  // Drop the unit's row and column; later units move down one index.
+  table.erase(table.begin() + unit);
+  for (ConverterList& row : table) {
+    row.erase(row.begin() + unit);
+    for (auto& converter : row) {
+      if (!converter) continue;
       if (converter->getFromUnit() > unit) converter->setFromUnit(converter->getFromUnit() - 1);
       if (converter->getToUnit() > unit) converter->setToUnit(converter->getToUnit() - 1);
-      kept.push_back(std::move(converter));
     }
   }
-  table = std::move(kept);
-  sortConversions(quantity);
 }
 
 bool UnitConverterManager::checkForConnectivity(const ConverterList* list, int unit) const {

@@ -29,9 +29,12 @@ class UnitConverterManager : public UnitConverterManagerApi {
   static inline constexpr int kTemperatureIndex = 4;
   static inline constexpr int kLastBaseQuantity = 6;
 
-  // A table in row-major order: entry n * from + to converts from unit `from` into
-  // unit `to`. Null entries stand for the shared identity converter (the diagonal).
+  // Converters in no particular order (as a new unit's batch is built).
   using ConverterList = std::vector<std::unique_ptr<UnitConverter>>;
+  // A quantity's n-by-n table, one row per source unit: rows[from][to] converts from
+  // unit `from` into unit `to`. Null entries stand for the shared identity converter
+  // (the diagonal). Rows let a new unit join in O(n).
+  using ConverterTable = std::vector<ConverterList>;
 
   // The singleton, created on the first call.
   static UnitConverterManager* Instance();
@@ -70,9 +73,7 @@ class UnitConverterManager : public UnitConverterManagerApi {
   // True when a converter of the list (not the identity) converts into the unit.
   bool checkForConnectivity(const ConverterList* list, int unit) const;
   // Number of entries in the quantity's table.
-  std::size_t getTableSize(int quantity) const {
-    return tables_.at(static_cast<std::size_t>(quantity)).size();
-  }
+  std::size_t getTableSize(int quantity) const;
 
  private:
   UnitConverterManager();
@@ -82,7 +83,10 @@ class UnitConverterManager : public UnitConverterManagerApi {
                                       const UnitComposition* fromComposition,
                                       const UnitComposition* toComposition) const;
 
-  std::vector<ConverterList> tables_;
+  // Places each converter of the list at its (from, to) entry of the quantity's table.
+  void placeConverters(int quantity, ConverterList& converters);
+
+  std::vector<ConverterTable> tables_;
   std::unique_ptr<UnitConverter> identity_;
 };
 
