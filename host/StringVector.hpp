@@ -1,23 +1,26 @@
 #pragma once
 
 // File: StringVector.hpp
-// The host's list of strings, in which registries hand out name lists.
+// The host's list of texts. It keeps copies of what it is given.
 //
 // Example:
-//   StringVector* names = registry->getAllQuantityTypeStrings();  // caller owns
-//   names->elementAt(0);                                            // "amount"
-//   delete names;
+//   StringVector names;
+//   names.addElement("meter");
+//   names.elementAt(0)  // "meter"
 
 #include <string>
 #include <vector>
 
 class StringVector {
  public:
-  // Copies the text; null is stored as the empty string.
-  void addElement(const char* text) { elements_.emplace_back(text ? text : ""); }
-  int size() const { return static_cast<int>(elements_.size()); }
-  const char* elementAt(int index) const { return elements_.at(static_cast<std::size_t>(index)).c_str(); }
+  StringVector() = default;
+
+  // Copies the text; null is stored as "".
+  void addElement(const char* text) { texts_.emplace_back(text != nullptr ? text : ""); }
+  int size() const { return static_cast<int>(texts_.size()); }
+  // Valid while the vector lives; throws std::out_of_range for a bad index.
+  const char* elementAt(int index) const;
 
  private:
-  std::vector<std::string> elements_;
+  std::vector<std::string> texts_;
 };

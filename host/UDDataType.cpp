@@ -1,0 +1,3 @@
+#include "host/UDDataType.hpp"
+
+UDDataType::~UDDataType() = default;

@@ -1,0 +1,6 @@
+#include "host/UDDatabaseClient.hpp"
+
+UDDatabaseClient* UDDatabaseClient::getInternalClient() {
+  static UDDatabaseClient client;
+  return &client;
+}

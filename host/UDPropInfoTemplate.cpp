@@ -1,0 +1,3 @@
+#include "host/UDPropInfoTemplate.hpp"
+
+void UDPropInfoTemplate::setValue(UDDatabaseClient*, UDInterface*, void*) {}

@@ -1,0 +1,742 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "host/ErrorIdException.hpp"
+#include "host/HostArray.hpp"
+#include "host/Memory.hpp"
+#include "host/NintsDataType.hpp"
+#include "host/StringVector.hpp"
+#include "host/StringVectorType.hpp"
+#include "host/UDApplication.hpp"
+#include "host/UDApplicationManager.hpp"
+#include "host/UDBreadthOnlyIterator.hpp"
+#include "host/UDClass.hpp"
+#include "host/UDDataType.hpp"
+#include "host/UDDatabaseClient.hpp"
+#include "host/UDHostCalls.hpp"
+#include "host/UDInterface.hpp"
+#include "host/UDMethodInfo.hpp"
+#include "host/UDMethodSignature.hpp"
+#include "host/UDPropInfoTemplate.hpp"
+#include "host/UDTypeRepository.hpp"
+#include "host/Vector.hpp"
+#include "tests/support/ErrorCapture.hpp"
+
+namespace {
+
+// The library object behind a test host object.
+struct Gauge {
+  Gauge() { ++alive; }
+  ~Gauge() { --alive; }
+  static int alive;
+
+  std::string label = "none";
+  double reading = 1.5;
+  int serial = 7;
+  UDInterface* ownHandle = nullptr;  // a reference the library keeps until destroyObject
+};
+int Gauge::alive = 0;
+
+Gauge& gaugeOf(void* object) {
+  return *static_cast<Gauge*>(static_cast<UDInterface*>(object)->getObject());
+}
+
+UDDataType* typeNamed(const char* name) { return UDTypeRepository::getType(name, false); }
+
+template <typename T>
+void* hostAllocated(T value) {
+  void* slot = utMallocWithCheck(sizeof(T));
+  *static_cast<T*>(slot) = value;
+  return slot;
+}
+
+double numberAt(void** args, int i) { return *static_cast<double*>(args[i]); }
+
+// Class, size and contents in one line, e.g. "double 1x2 [1 -2]"; handles show the
+// gauge's label, cells their elements in braces.
+std::string show(const HostArray* array) {
+  if (array == nullptr) return "null";
+  std::ostringstream text;
+  text << array->getClassName() << " " << array->getM() << "x" << array->getN() << " ";
+  if (array->getClassId() == HostArray::ClassId::Char) {
+    text << "'" << array->getString() << "'";
+    return text.str();
+  }
+  HostArray::ClassId id = array->getClassId();
+  text << "[";
+  for (std::size_t i = 0; i < array->getNumberOfElements(); ++i) {
+    text << (i > 0 ? " " : "");
+    if (id == HostArray::ClassId::Double) text << array->getPr()[i];
+    if (id == HostArray::ClassId::Logical) text << array->getLogicals()[i];
+    if (id == HostArray::ClassId::Int32) text << array->getInt32s()[i];
+    if (id == HostArray::ClassId::Cell) text << "{" << show(array->getCell(i)) << "}";
+    if (id == HostArray::ClassId::Handle) text << gaugeOf(array->getHandle(i)).label;
+  }
+  text << "]";
+  return text.str();
+}
+
+// A property whose value calls are given as functions; without a setter it is read-only.
+class TestProperty : public UDPropInfoTemplate {
+ public:
+  TestProperty(const char* name, const char* type, std::function<void*(Gauge&)> get,
+               std::function<void(Gauge&, void*)> set = nullptr,
+               std::function<void(void*)> free = nullptr)
+      : get_(std::move(get)), set_(std::move(set)), free_(std::move(free)) {
+    setName(name, false);
+    setDataType(typeNamed(type));
+    setExternalSetAccess(set_ != nullptr);
+    setInternalSetAccess(set_ != nullptr);
+  }
+  void* getValue(UDDatabaseClient*, UDInterface* object) override { return get_(gaugeOf(object)); }
+  void setValue(UDDatabaseClient* client, UDInterface* object, void* value) override {
+    if (set_) return set_(gaugeOf(object), value);
+    UDPropInfoTemplate::setValue(client, object, value);
+  }
+  void releaseValue(UDDatabaseClient*, UDInterface*, void* value) override {
+    if (free_) free_(value);
+  }
+
+ private:
+  std::function<void*(Gauge&)> get_;
+  std::function<void(Gauge&, void*)> set_;
+  std::function<void(void*)> free_;
+};
+
+// A method whose body is given as a function of the matched signature's position.
+class TestMethod : public UDMethodInfo {
+ public:
+  using Body = std::function<void(int signature, int nResults, void** results, int, void** args)>;
+  TestMethod(const char* name, std::vector<UDMethodSignature*> signatures, Body body)
+      : UDMethodInfo(false), body_(std::move(body)) {
+    setName(name, false);
+    for (UDMethodSignature* signature : signatures) addMethodSignature(signature);
+  }
+  void invokeMethod(UDMethodSignature* matched, int* nResults, void** results, int nArgs,
+                    void** args) override {
+    const auto& all = getSignatures();
+    int index = static_cast<int>(std::find(all.begin(), all.end(), matched) - all.begin());
+    body_(index, *nResults, results, nArgs, args);
+  }
+
+ private:
+  Body body_;
+};
+
+UDMethodSignature* signature(std::vector<std::pair<const char*, const char*>> arguments,
+                             std::vector<const char*> results, bool repeats = false) {
+  auto* made = new UDMethodSignature;
+  for (const auto& [type, name] : arguments) made->addArgument(type, name);
+  for (const char* type : results) made->addResult(type);
+  made->setLastArgumentRepeats(repeats);
+  return made;
+}
+
+// A data type that fails to make host values and counts the arguments it frees.
+class FailingType : public UDDataType {
+ public:
+  FailingType() : UDDataType("failing") {}
+  bool isEqual(const void*, const void*) const override { return false; }
+  HostArray* toHostValue(const void*) const override {
+    throw new ErrorIdException("Test:toHostValue", "No host value.");
+  }
+  bool acceptsHostValue(const HostArray*) const override { return true; }
+  void* fromHostValue(const HostArray*) const override { return new int(0); }
+  void releaseArgument(void* argument) const override {
+    delete static_cast<int*>(argument);
+    ++releasedArguments;
+  }
+  HostArray* takeResult(void*) const override { return nullptr; }
+  mutable int releasedArguments = 0;
+};
+
+// Which signature of "measure" ran last, and what it received.
+struct MeasureCall {
+  int signature = -1;
+  std::string detail;
+} lastMeasure;
+
+void measure(int signature, int nResults, void** results, int nArgs, void** args) {
+  std::ostringstream detail;
+  if (signature == 0) {
+    detail << "factor " << numberAt(args, 1);
+    results[0] = hostAllocated(gaugeOf(args[0]).reading * numberAt(args, 1));
+  } else if (signature == 1) {
+    for (int i = 1; i < nArgs; ++i)
+      detail << (i > 1 ? "," : "") << (args[i] ? static_cast<char*>(args[i]) : "<null>");
+    results[0] = hostAllocated(double(nArgs - 1));
+    if (nResults > 1) results[1] = const_cast<char*>("named");
+  } else {
+    int count = static_cast<Vector*>(args[0])->size();
+    detail << count << " gauges";
+    results[0] = hostAllocated(count);
+    if (signature == 3) detail << ", factor " << numberAt(args, 1);
+    if (signature == 3 && nResults > 1) results[1] = hostAllocated(numberAt(args, 1));
+  }
+  lastMeasure = {signature, detail.str()};
+}
+
+// Fills all its result slots, then throws what its argument names.
+void explode(int, int, void** results, int, void** args) {
+  auto* objects = new Vector;
+  objects->addElement(args[0]);
+  results[0] = hostAllocated(1.0);
+  results[1] = objects;
+  results[2] = HostArray::createString("kept");
+  results[3] = hostAllocated(3);
+  std::string kind = static_cast<char*>(args[1]);
+  if (kind == "ErrorIdException") throw new ErrorIdException("Test:Exploded", "Boom.");
+  if (kind == "Exception") throw new Exception("Plain boom.");
+  if (kind == "runtime_error") throw std::runtime_error("std boom");
+  throw 42;
+}
+
+class GaugeClass : public UDClass {
+ public:
+  GaugeClass() {
+    setName("Gauge", false);
+    auto* label = new TestProperty(
+        "label", "string", [](Gauge& g) { return g.label.data(); },
+        [](Gauge& g, void* v) { g.label = v ? static_cast<char*>(v) : "<null>"; });
+    label->setDescription("What the gauge shows.");
+    addProperty(label);
+    addProperty(new TestProperty(
+        "reading", "double", [](Gauge& g) { return new double(g.reading); },
+        [](Gauge& g, void* v) { g.reading = *static_cast<double*>(v); },
+        [](void* v) { delete static_cast<double*>(v); }));
+    addProperty(new TestProperty("serial", "int32", [](Gauge& g) { return &g.serial; }));
+    auto* history = new TestProperty(
+        "history", "string vector",
+        [](Gauge& g) {
+          auto* texts = new StringVector;
+          texts->addElement("made");
+          texts->addElement(g.label.c_str());
+          return texts;
+        },
+        nullptr, [](void* v) { delete static_cast<StringVector*>(v); });
+    history->setVisible(false);
+    addProperty(history);
+    auto* faulty = new TestProperty(
+        "faulty", "double", [](Gauge&) { return new int(1); },
+        [](Gauge&, void*) { throw new ErrorIdException("Test:setValue", "Refused."); },
+        [this](void* v) {
+          delete static_cast<int*>(v);
+          ++releasedValues;
+        });
+    faulty->setDataType(&failingType);
+    addProperty(faulty);
+    addMethod(new TestMethod(
+        "measure",
+        {signature({{"handle", "gauge"}, {"double", "factor"}}, {"double"}),
+         signature({{"handle", "gauge"}, {"string", "name"}}, {"double", "string"}, true),
+         signature({{"handle vector", "gauges"}}, {"int32"}),
+         signature({{"handle vector", "gauges"}, {"double", nullptr}}, {"int32", "double"})},
+        measure));
+    addMethod(new TestMethod("explode",
+                             {signature({{"handle", "gauge"}, {"string", "kind"}},
+                                        {"double", "handle vector", "CALVEX array", "int32"})},
+                             explode));
+  }
+  UDInterface* createClassSpecificObject(UDInterface*) override {
+    return new UDInterface(new Gauge, this, UDDatabaseClient::getInternalClient());
+  }
+  void destroyObject(UDInterface* object) override {
+    ++destroyed;
+    UDInterface* own = gaugeOf(object).ownHandle;
+    delete &gaugeOf(object);
+    object->setObject(nullptr);
+    if (own != nullptr) own->release();
+  }
+
+  FailingType failingType;
+  int destroyed = 0;
+  int releasedValues = 0;
+};
+
+GaugeClass& gaugeClass() {
+  static GaugeClass* const cls = [] {
+    auto* application = new UDApplication("gauges", false);
+    auto* made = new GaugeClass;
+    application->addClass(made);
+    UDApplicationManager::addApplication(application);
+    return made;
+  }();
+  return *cls;
+}
+
+class HostObjects : public testing::Test {
+ protected:
+  void SetUp() override {
+    destroyedBefore_ = cls_.destroyed;
+    a_.reset(hostConstruct("Gauge"));
+    b_.reset(hostConstruct("Gauge"));
+    dead_.reset(hostConstruct("Gauge"));
+    gaugeOf(a_.get()).label = "A";
+    gaugeOf(b_.get()).label = "B";
+    dead_->destroy(nullptr);
+  }
+  void TearDown() override {
+    a_.reset();
+    b_.reset();
+    dead_.reset();
+    EXPECT_EQ(Gauge::alive, 0);
+  }
+
+  int destroyed() const { return cls_.destroyed - destroyedBefore_ - 1; }  // dead_ aside
+
+  // A host value written as in the host language; handles as gauge names joined by '+'
+  // ("A", "A+B", "A+dead"), "none" for an empty handle array.
+  HostArrayPtr arg(const std::string& code) {
+    if (code == "[]") return HostArrayPtr(HostArray::createDoubleMatrix(0, 0));
+    if (code == "zeros(1,2)") return HostArrayPtr(HostArray::createDoubleMatrix(1, 2));
+    if (code == "''") return HostArrayPtr(HostArray::createString(nullptr));
+    if (code == "true") return HostArrayPtr(HostArray::createLogicalScalar(true));
+    if (code == "none") return HostArrayPtr(HostArray::createHandleArray({}));
+    if (code == "int32(2)") {
+      HostArrayPtr value(HostArray::createInt32Matrix(1, 1));
+      value->getInt32s()[0] = 2;
+      return value;
+    }
+    if (code == "['ab';'cd']") {
+      const char* const rows[] = {"ab", "cd"};
+      return HostArrayPtr(HostArray::createCharMatrixFromStrings(2, rows));
+    }
+    if (code[0] == '\'')
+      return HostArrayPtr(HostArray::createString(code.substr(1, code.size() - 2).c_str()));
+    if (code[0] == '-' || std::isdigit(static_cast<unsigned char>(code[0])))
+      return HostArrayPtr(HostArray::createDoubleScalar(std::stod(code)));
+    std::vector<UDInterface*> objects;
+    std::istringstream names(code);
+    for (std::string name; std::getline(names, name, '+');) {
+      objects.push_back(name == "A" ? a_.get() : name == "B" ? b_.get() : dead_.get());
+    }
+    return HostArrayPtr(HostArray::createHandleArray(objects));
+  }
+
+  // Calls the method with the arguments written as for arg(), separated by blanks.
+  std::vector<HostArrayPtr> invoke(const std::string& method, int nargout,
+                                   const std::string& codes) {
+    std::vector<HostArrayPtr> owned;
+    std::vector<const HostArray*> args;
+    std::istringstream words(codes);
+    for (std::string code; words >> code;) {
+      owned.push_back(arg(code));
+      args.push_back(owned.back().get());
+    }
+    std::vector<HostArrayPtr> results;
+    for (HostArray* result : hostInvokeMethod(method, nargout, args)) results.emplace_back(result);
+    return results;
+  }
+
+  GaugeClass& cls_ = gaugeClass();
+  UDInterfacePtr a_, b_, dead_;
+  int destroyedBefore_ = 0;
+};
+
+TEST_F(HostObjects, ConstructMakesAnExternalObjectOfTheClass) {
+  EXPECT_EQ(a_->getLifecycleState(), UDInterface::kExternal);
+  EXPECT_EQ(a_->getClass(), &cls_);
+  EXPECT_EQ(Gauge::alive, 2);
+  EXPECT_UNIT_ERROR(hostConstruct("Gadget"), "CALVEX:UndefinedFunction",
+                    "Undefined function or variable 'Gadget'.");
+  EXPECT_EQ(UDApplicationManager::findApplication("gauges")->findClass("Gauge"), &cls_);
+  a_->externalToInternal();
+  EXPECT_EQ(a_->getLifecycleState(), UDInterface::kCreated);
+}
+
+TEST_F(HostObjects, TwoHoldersFreeTheObjectOnce) {
+  UDInterface* object = a_.release();
+  object->getReference();
+  object->release();
+  EXPECT_EQ(destroyed(), 0);
+  EXPECT_EQ(gaugeOf(object).label, "A");
+  object->release();
+  EXPECT_EQ(destroyed(), 1);
+  EXPECT_EQ(Gauge::alive, 1);
+}
+
+TEST_F(HostObjects, DestroyIsFinalAndReleasingAfterItIsHarmless) {
+  HostArrayPtr holder(HostArray::createHandleArray({a_.get()}));
+  a_->destroy(nullptr);
+  a_->destroy(nullptr);
+  EXPECT_EQ(destroyed(), 1);
+  EXPECT_EQ(a_->getLifecycleState(), UDInterface::kDestroyed);
+  EXPECT_FALSE(a_->isValid());
+  a_->internalToExternal();
+  EXPECT_EQ(a_->getLifecycleState(), UDInterface::kDestroyed);
+  a_.reset();
+  holder.reset();
+  EXPECT_EQ(destroyed(), 1);
+}
+
+TEST_F(HostObjects, DestroyObjectMayDropTheLastReference) {
+  UDInterface* object = cls_.createObject(nullptr, nullptr);
+  EXPECT_EQ(object->getLifecycleState(), UDInterface::kCreated);
+  gaugeOf(object).ownHandle = object;  // the library keeps the creator's reference
+  object->destroy(nullptr);            // and drops it while the object is destroyed
+  EXPECT_EQ(destroyed(), 1);
+}
+
+TEST_F(HostObjects, AttachmentsAreNamedAndNullRemovesThem) {
+  int listener = 0;
+  a_->setAttachment("listener", &listener);
+  EXPECT_EQ(a_->getAttachment("listener"), &listener);
+  EXPECT_EQ(a_->getAttachment("other"), nullptr);
+  a_->setAttachment("listener", nullptr);
+  EXPECT_EQ(a_->getAttachment("listener"), nullptr);
+}
+
+TEST_F(HostObjects, PropertyValuesConvertBothWays) {
+  struct Case {
+    const char* property;
+    const char* value;  // set first when not null
+    const char* shown;
+  } cases[] = {
+      {"history", nullptr, "cell 1x2 [{char 1x4 'made'} {char 1x1 'A'}]"},
+      {"label", nullptr, "char 1x1 'A'"},
+      {"label", "'dial'", "char 1x4 'dial'"},
+      {"label", "[]", "char 1x6 '<null>'"},
+      {"reading", nullptr, "double 1x1 [1.5]"},
+      {"reading", "-2.5", "double 1x1 [-2.5]"},
+      {"serial", "9", "double 1x1 [7]"},  // read-only: the value is ignored
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.property) + " = " + (c.value ? c.value : "(get only)"));
+    if (c.value != nullptr) hostSetProperty(a_.get(), c.property, arg(c.value).get());
+    EXPECT_EQ(show(HostArrayPtr(hostGetProperty(a_.get(), c.property)).get()), c.shown);
+  }
+}
+
+TEST_F(HostObjects, PropertyErrors) {
+  struct Case {
+    const char* property;
+    const char* value;  // null: get
+    const char* id;
+  } cases[] = {
+      {"color", nullptr, "CALVEX:noSuchProperty"},   {"color", "2", "CALVEX:noSuchProperty"},
+      {"reading", "'x'", "CALVEX:badPropertyValue"}, {"label", "2", "CALVEX:badPropertyValue"},
+      {"history", "'x'", "CALVEX:badPropertyValue"}, {"serial", "2.5", "CALVEX:expectedInteger"},
+      {"serial", "-1e10", "CALVEX:expectedInteger"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.property) + " = " + (c.value ? c.value : "(get)"));
+    if (c.value == nullptr) {
+      EXPECT_UNIT_ERROR_ID(HostArrayPtr(hostGetProperty(a_.get(), c.property)), c.id);
+    } else {
+      EXPECT_UNIT_ERROR_ID(hostSetProperty(a_.get(), c.property, arg(c.value).get()), c.id);
+    }
+  }
+  EXPECT_UNIT_ERROR(HostArrayPtr(hostGetProperty(a_.get(), "color")), "CALVEX:noSuchProperty",
+                    "There is no 'color' property in the 'Gauge' class.");
+  EXPECT_UNIT_ERROR(hostSetProperty(a_.get(), "reading", arg("'x'").get()),
+                    "CALVEX:badPropertyValue",
+                    "The 'reading' property of the 'Gauge' class takes a value of type 'double', "
+                    "not a char array.");
+  EXPECT_UNIT_ERROR(hostSetProperty(a_.get(), "serial", arg("2.5").get()), "CALVEX:expectedInteger",
+                    "Expected an integer value, got 2.5.");
+  EXPECT_UNIT_ERROR(HostArrayPtr(hostGetProperty(dead_.get(), "label")), "CALVEX:InvalidObject",
+                    "Invalid or deleted object.");
+  EXPECT_UNIT_ERROR_ID(hostSetProperty(dead_.get(), "label", arg("'x'").get()),
+                       "CALVEX:InvalidObject");
+  EXPECT_UNIT_ERROR_ID(dead_->get(nullptr, cls_.findProperty("label")), "CALVEX:InvalidObject");
+}
+
+TEST_F(HostObjects, PropertyValuesAreFreedWhenConversionOrStoringFails) {
+  int releasedValues = cls_.releasedValues;
+  int releasedArguments = cls_.failingType.releasedArguments;
+  EXPECT_UNIT_ERROR_ID(HostArrayPtr(hostGetProperty(a_.get(), "faulty")), "Test:toHostValue");
+  EXPECT_EQ(cls_.releasedValues - releasedValues, 1);
+  EXPECT_UNIT_ERROR_ID(hostSetProperty(a_.get(), "faulty", arg("1").get()), "Test:setValue");
+  EXPECT_EQ(cls_.failingType.releasedArguments - releasedArguments, 1);
+}
+
+TEST_F(HostObjects, SignatureMatching) {
+  struct Case {
+    const char* name;
+    const char* args;
+    int nargout;
+    int signature;  // -1: none matches
+    const char* detail;
+  } cases[] = {
+      {"handle and double", "A 2", 1, 0, "factor 2"},
+      {"more results than the first has", "A 2", 2, 3, "1 gauges, factor 2"},
+      {"several objects need a handle vector", "A+B 2", 1, 3, "2 gauges, factor 2"},
+      {"more results than any has", "A 2", 3, -1, ""},
+      {"only the object", "A", 0, 2, "1 gauges"},
+      {"only the objects", "A+B", 1, 2, "2 gauges"},
+      {"repeating argument given once", "A 'a'", 1, 1, "a"},
+      {"repeating argument given thrice", "A 'a' 'b' 'c'", 1, 1, "a,b,c"},
+      {"empty double as null text", "A []", 1, 1, "<null>"},
+      {"empty char as null text", "A '' 'b'", 1, 1, "<null>,b"},
+      {"wrong type among repeated", "A 'a' 2", 1, -1, ""},
+      {"too many arguments", "A 2 3", 1, -1, ""},
+      {"wrong argument type", "A true", 1, -1, ""},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    lastMeasure = {};
+    if (c.signature < 0) {
+      EXPECT_UNIT_ERROR(invoke("measure", c.nargout, c.args), "CALVEX:NoMatchingSignature",
+                        "No method 'measure' with matching signature found for class 'Gauge'.");
+    } else {
+      invoke("measure", c.nargout, c.args);
+    }
+    EXPECT_EQ(lastMeasure.signature, c.signature);
+    EXPECT_EQ(lastMeasure.detail, c.detail);
+  }
+}
+
+TEST_F(HostObjects, ResultsComeBackPerResultTypeAndEmptySlotsStayNull) {
+  std::vector<HostArrayPtr> one = invoke("measure", 1, "A 'a' 'b'");
+  ASSERT_EQ(one.size(), 2u);
+  EXPECT_EQ(show(one[0].get()), "double 1x1 [2]");
+  EXPECT_EQ(one[1], nullptr);
+  std::vector<HostArrayPtr> two = invoke("measure", 2, "A 'a'");
+  EXPECT_EQ(show(two[1].get()), "char 1x5 'named'");
+  EXPECT_EQ(show(invoke("measure", 1, "A 4")[0].get()), "double 1x1 [6]");
+}
+
+TEST_F(HostObjects, EveryResultTypeBecomesAHostValue) {
+  StringVector names;
+  names.addElement("x");
+  names.addElement("yz");
+  std::vector<int> powers{1, -2};
+  auto* twice = new Vector;
+  twice->addElement(a_.get());
+  twice->addElement(a_.get());
+  struct Case {
+    const char* type;
+    void* slot;  // as a method leaves it
+    const char* shown;
+  } cases[] = {
+      {"double", hostAllocated(2.5), "double 1x1 [2.5]"},
+      {"bool", hostAllocated<unsigned char>(1), "logical 1x1 [1]"},
+      {"string", const_cast<char*>("text"), "char 1x4 'text'"},
+      {"string vector", StringVectorType::getType()->toHostValue(&names),
+       "cell 1x2 [{char 1x1 'x'} {char 1x2 'yz'}]"},
+      {"handle", a_.get(), "handle 1x1 [A]"},
+      {"handle vector", twice, "handle 1x2 [A A]"},
+      {"CALVEX array", HostArray::createInt32Matrix(1, 2), "int32 1x2 [0 0]"},
+      {"int32", hostAllocated(-4), "double 1x1 [-4]"},
+      {"int vector", NintsDataType::getType()->toHostValue(&powers), "double 1x2 [1 -2]"},
+  };
+  std::vector<HostArrayPtr> results;
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.type);
+    results.emplace_back(typeNamed(c.type)->takeResult(c.slot));
+    EXPECT_EQ(show(results.back().get()), c.shown);
+  }
+  a_.reset();  // the handle results hold references of their own
+  EXPECT_EQ(destroyed(), 0);
+  results.clear();
+  EXPECT_EQ(destroyed(), 1);
+}
+
+TEST_F(HostObjects, MethodCallErrors) {
+  struct Case {
+    const char* method;
+    const char* args;
+    const char* id;
+    const char* message;
+  } cases[] = {
+      {"measure", "", "CALVEX:UndefinedFunction", "Undefined function or variable 'measure'."},
+      {"measure", "2 A", "CALVEX:UndefinedFunction",
+       "Undefined function 'measure' for input arguments of type 'double'."},
+      {"measure", "none", "CALVEX:UndefinedFunction",
+       "Undefined function 'measure' for an empty handle array."},
+      {"weigh", "A", "CALVEX:UndefinedFunction",
+       "Undefined function 'weigh' for input arguments of type 'Gauge'."},
+      {"measure", "dead 2", "CALVEX:InvalidObject", "Invalid or deleted object."},
+      {"measure", "A+dead", "CALVEX:InvalidObject", "Invalid or deleted object."},
+      {"measure", "A 'a' dead", "CALVEX:InvalidObject", "Invalid or deleted object."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.message);
+    EXPECT_UNIT_ERROR(invoke(c.method, 1, c.args), c.id, c.message);
+  }
+  EXPECT_THROW(hostInvokeMethod("measure", 1, {nullptr}), std::invalid_argument);
+}
+
+TEST_F(HostObjects, WhatAMethodThrowsPassesThroughAndEverythingIsFreed) {
+  EXPECT_UNIT_ERROR(invoke("explode", 0, "A 'ErrorIdException'"), "Test:Exploded", "Boom.");
+  EXPECT_UNIT_ERROR(invoke("explode", 0, "A 'Exception'"), "<Exception>", "Plain boom.");
+  EXPECT_THROW(invoke("explode", 0, "A 'runtime_error'"), std::runtime_error);
+  EXPECT_THROW(invoke("explode", 0, "A 'int'"), int);
+  a_.reset();  // no handle result kept a reference
+  EXPECT_EQ(destroyed(), 1);
+}
+
+TEST_F(HostObjects, PropertyHolderVisitsTheClassPropertiesInOrder) {
+  UDInterface* holder = cls_.getPropertyHolder();
+  EXPECT_EQ(cls_.getPropertyHolder(), holder);
+  std::vector<std::string> names;
+  UDBreadthOnlyIterator it(holder, true);
+  EXPECT_EQ(it.nextElement(), holder);
+  while (it.hasMoreElements())
+    names.push_back(static_cast<UDPropInfo*>(it.nextElement()->getObject())->getName());
+  EXPECT_EQ(names, (std::vector<std::string>{"label", "reading", "serial", "history", "faulty"}));
+  EXPECT_EQ(it.nextElement(), nullptr);
+  EXPECT_EQ(holder->getClass(), &cls_);
+  EXPECT_UNIT_ERROR_ID(holder->get(nullptr, cls_.findProperty("label")), "CALVEX:InvalidObject");
+
+  UDClass plain;
+  UDBreadthOnlyIterator none(plain.getPropertyHolder(), false);
+  EXPECT_FALSE(none.hasMoreElements());
+  plain.addProperty(new TestProperty("late", "double", [](Gauge& g) { return &g.reading; }));
+  UDBreadthOnlyIterator late(plain.getPropertyHolder(), false);
+  ASSERT_TRUE(late.hasMoreElements());
+  EXPECT_STREQ(static_cast<UDPropInfo*>(late.nextElement()->getObject())->getName(), "late");
+}
+
+TEST_F(HostObjects, DescribeClassListsSignaturesAndVisibleProperties) {
+  EXPECT_EQ(hostDescribeClass(&cls_),
+            "Class Gauge\n"
+            "Methods:\n"
+            "  measure(handle gauge, double factor) -> double\n"
+            "  measure(handle gauge, string name, ...) -> double, string\n"
+            "  measure(handle vector gauges) -> int32\n"
+            "  measure(handle vector gauges, double) -> int32, double\n"
+            "  explode(handle gauge, string kind) -> double, handle vector, CALVEX array, int32\n"
+            "Properties:\n"
+            "  label (string, read/write): What the gauge shows.\n"
+            "  reading (double, read/write)\n"
+            "  serial (int32, read-only)\n"
+            "  faulty (failing, read/write)\n");
+}
+
+TEST_F(HostObjects, SubclassesInheritMembersAndMayShadowThem) {
+  UDClass dial;
+  dial.setName("Dial", false);
+  dial.setSuperClass(&cls_);
+  dial.addProperty(new TestProperty("serial", "double", [](Gauge& g) { return &g.reading; }));
+  EXPECT_EQ(dial.findMethod("measure"), cls_.findMethod("measure"));
+  EXPECT_EQ(dial.findProperty("label"), cls_.findProperty("label"));
+  EXPECT_EQ(dial.findProperty("serial"), dial.getProperties()[0]);
+  std::string help = hostDescribeClass(&dial);
+  EXPECT_NE(help.find("  serial (double, read-only)\n  label (string"), std::string::npos) << help;
+  EXPECT_NE(help.find("  explode(handle gauge"), std::string::npos) << help;
+  EXPECT_EQ(help.find("serial (int32"), std::string::npos) << help;
+}
+
+TEST_F(HostObjects, ArgumentTypesAcceptHostValues) {
+  struct Case {
+    const char* type;
+    const char* value;
+    bool accepted;
+  } cases[] = {
+      {"double", "2", true},
+      {"double", "zeros(1,2)", false},
+      {"double", "true", false},
+
+      {"bool", "true", true},
+      {"bool", "1", false},
+      {"string", "'ab'", true},
+      {"string", "[]", true},
+      {"string", "''", true},
+      {"string", "['ab';'cd']", false},
+      {"string", "2", false},
+      {"handle", "A", true},
+      {"handle", "A+B", false},
+      {"handle", "none", false},
+
+      {"handle vector", "A", true},
+      {"handle vector", "A+B", true},
+      {"handle vector", "none", true},
+      {"handle vector", "'A'", false},
+      {"int32", "2", true},
+      {"int32", "int32(2)", true},
+      {"int32", "zeros(1,2)", false},
+
+      {"string vector", "'a'", false},
+      {"int vector", "zeros(1,2)", false},
+      {"CALVEX array", "['ab';'cd']", true},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.type) + " from " + c.value);
+    EXPECT_EQ(typeNamed(c.type)->acceptsHostValue(arg(c.value).get()), c.accepted);
+  }
+}
+
+TEST(HostDataTypes, RepositoryFindsEveryTypeByName) {
+  for (const char* name : {"double", "bool", "string", "string vector", "handle", "handle vector",
+                           "CALVEX array", "int32", "int vector"}) {
+    SCOPED_TRACE(name);
+    ASSERT_NE(typeNamed(name), nullptr);
+    EXPECT_STREQ(typeNamed(name)->getName(), name);
+  }
+  EXPECT_EQ(typeNamed("float"), nullptr);
+  EXPECT_EQ(typeNamed(nullptr), nullptr);
+  UDMethodSignature declared;
+  EXPECT_THROW(declared.setLastArgumentRepeats(true), std::logic_error);
+  EXPECT_THROW(declared.addArgument("float", "x"), std::logic_error);
+  EXPECT_THROW(declared.addResult("float"), std::logic_error);
+}
+
+TEST(HostDataTypes, NullNativeValuesShowAsEmptyArrays) {
+  const char* const cases[][2] = {
+      {"double", "double 0x0 []"},       {"bool", "logical 0x0 []"},
+      {"string", "char 0x0 ''"},         {"string vector", "cell 0x0 []"},
+      {"handle", "handle 0x0 []"},       {"handle vector", "handle 0x0 []"},
+      {"CALVEX array", "double 0x0 []"}, {"int32", "double 0x0 []"},
+      {"int vector", "double 0x0 []"},
+  };
+  for (const auto& [type, shown] : cases) {
+    SCOPED_TRACE(type);
+    EXPECT_EQ(show(HostArrayPtr(typeNamed(type)->toHostValue(nullptr)).get()), shown);
+  }
+}
+
+TEST(HostDataTypes, EqualityOfNativeValues) {
+  double one = 1, nan = std::nan(""), alsoNan = std::nan("");
+  unsigned char yes = 1, alsoYes = 1, no = 0;
+  char ab[] = "ab", alsoAb[] = "ab";
+  int first = 0, second = 0;  // stand-ins for objects: handles compare by address
+  Vector firstOnly, alsoFirstOnly, secondOnly;
+  firstOnly.addElement(&first);
+  alsoFirstOnly.addElement(&first);
+  secondOnly.addElement(&second);
+  StringVector names, others;
+  names.addElement("m");
+  others.addElement("km");
+  std::vector<int> powers{1, 2}, otherPowers{1, 3};
+  HostArrayPtr row(HostArray::createDoubleMatrix(1, 2)), alsoRow(row->duplicate()),
+      column(HostArray::createDoubleMatrix(2, 1)), text(HostArray::createString("ab"));
+  row->getPr()[1] = alsoRow->getPr()[1] = column->getPr()[1] = nan;
+  struct Case {
+    const char* type;
+    const void* a;
+    const void* b;
+    bool equal;
+  } cases[] = {
+      {"double", &nan, &alsoNan, true},
+      {"double", &nan, &one, false},
+      {"double", &one, nullptr, false},
+      {"bool", &yes, &alsoYes, true},
+      {"bool", &yes, &no, false},
+      {"string", ab, alsoAb, true},
+      {"string", nullptr, "", true},
+      {"string", nullptr, ab, false},
+      {"handle vector", &firstOnly, &alsoFirstOnly, true},
+      {"handle vector", &firstOnly, &secondOnly, false},
+      {"string vector", &names, &others, false},
+      {"int vector", &powers, &otherPowers, false},
+      {"CALVEX array", row.get(), alsoRow.get(), true},
+      {"CALVEX array", row.get(), column.get(), false},
+      {"CALVEX array", row.get(), text.get(), false},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.type << " case " << (&c - cases));
+    EXPECT_EQ(typeNamed(c.type)->isEqual(c.a, c.b), c.equal);
+    EXPECT_EQ(typeNamed(c.type)->isEqual(c.b, c.a), c.equal);
+  }
+}
+
+}  // namespace
