@@ -17,6 +17,31 @@
 
 namespace {
 
+// Objects that methods handed over with hostReleaseAfterCall, in order; each call
+// releases those added while it ran, after its results hold their own references.
+std::vector<UDInterface*>& objectsToRelease() {
+  static std::vector<UDInterface*> objects;
+  return objects;
+}
+
+class ReleasedAfterCall {
+ public:
+  ReleasedAfterCall() : mark_(objectsToRelease().size()) {}
+  ReleasedAfterCall(const ReleasedAfterCall&) = delete;
+  ReleasedAfterCall& operator=(const ReleasedAfterCall&) = delete;
+  ~ReleasedAfterCall() {
+    std::vector<UDInterface*>& objects = objectsToRelease();
+    while (objects.size() > mark_) {
+      UDInterface* object = objects.back();
+      objects.pop_back();
+      object->release();
+    }
+  }
+
+ private:
+  std::size_t mark_;
+};
+
 [[noreturn]] void raise(const char* identifier, std::string message) {
   throw new ErrorIdException(identifier, std::move(message));
 }
@@ -234,11 +259,14 @@ std::vector<HostArray*> hostInvokeMethod(const std::string& method, int nargout,
   }
   NativeArguments natives;
   natives.convert(*matched, args);
+  ReleasedAfterCall handedOver;
   ResultSlots results(*matched);
   int nResults = nargout;
   info->invokeMethod(matched, &nResults, results.data(), natives.count(), natives.data());
   return results.take();
 }
+
+void hostReleaseAfterCall(UDInterface* object) { objectsToRelease().push_back(object); }
 
 std::string hostDescribeClass(const UDClass* cls) {
   std::string text = std::string("Class ") + cls->getName() + "\n";

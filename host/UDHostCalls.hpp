@@ -46,6 +46,10 @@ void hostSetProperty(UDInterface* object, const std::string& name, const HostArr
 std::vector<HostArray*> hostInvokeMethod(const std::string& method, int nargout,
                                          const std::vector<const HostArray*>& args);
 
+// A method that returns a host object it has just made hands its own reference over
+// here: the host releases it once the method's results are converted (calls may nest).
+void hostReleaseAfterCall(UDInterface* object);
+
 // The class's methods with their signatures and its visible properties with type,
 // access and description, superclasses' members included, one per line.
 std::string hostDescribeClass(const UDClass* cls);

@@ -1,0 +1,250 @@
+// The module's frame: entry points, the five host classes, host objects of registered
+// units and prefixes, and the protected call into host-language code.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "host/CVFcnTable.hpp"
+#include "host/DebugQuitException.hpp"
+#include "host/ErrorIdException.hpp"
+#include "host/HostFunctions.hpp"
+#include "host/InterruptException.hpp"
+#include "host/UDApplicationManager.hpp"
+#include "host/UDClass.hpp"
+#include "host/UDDataType.hpp"
+#include "host/UDDatabaseClient.hpp"
+#include "host/UDHostCalls.hpp"
+#include "host/UDMethodInfo.hpp"
+#include "host/UDMethodSignature.hpp"
+#include "host/UDPropInfo.hpp"
+#include "host/UserException.hpp"
+#include "tests/support/ErrorCapture.hpp"
+#include "tests/support/HostCalls.hpp"
+#include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
+#include "units/udd/QuantityDimensionUDC.hpp"
+#include "units/udd/UnitPrefixUDC.hpp"
+#include "units/udd/UnitSystemUDC.hpp"
+#include "units/udd/UnitsModule.hpp"
+#include "units/udd/UnitsUDC.hpp"
+
+namespace TwUnits {
+namespace {
+
+using UnitsModule = ModuleFixture;
+
+TEST_F(UnitsModule, EntryPointsAndClasses) {
+  EXPECT_EQ(QueryCVFcnTable_zo_units()->count, 0);
+  EXPECT_GT(std::strlen(libtwzo_units_version), 0u);
+  EXPECT_GT(std::strlen(libtwzo_units_build_date), 0u);
+  UDApplication* application = UDApplicationManager::findApplication("UnitApp");
+  ASSERT_EQ(application, GetUnitApplication());
+  EXPECT_EQ(application->findClass("Unit"), SINGLETON_UnitsUDC);
+  EXPECT_EQ(application->findClass("UnitPrefix"), SINGLETON_UnitPrefixUDC);
+  EXPECT_EQ(application->findClass("UnitSystem"), SINGLETON_UnitSystemUDC);
+  EXPECT_EQ(application->findClass("PhysicalQuantity"), SINGLETON_QuantityDimensionUDC);
+  ASSERT_NE(application->findClass("UnitManager"), nullptr);
+  EXPECT_EQ(manager()->getObject(), UnitManager::Instance());
+}
+
+// Each class's methods, signatures and properties as the host language sees them.
+TEST_F(UnitsModule, DeclaredMethodsAndProperties) {
+  struct Property {
+    const char* name;
+    const char* type;
+    bool writable, visible;
+    const char* description;
+  };
+  struct Class {
+    const char* name;
+    std::vector<std::pair<const char*, int>> methods;  // name, number of signatures
+    std::vector<Property> properties;
+  } classes[] = {
+      {"Unit",
+       {{"register", 1}, {"compare", 1}, {"display", 2}, {"delete", 1}},
+       {{"name", "string", true, true, "Unit name"},
+        {"composition", "string", true, true, "Composition of units."},
+        {"conversionfactor", "double", true, true,
+         "Multiplicative factor for conversion to base units."},
+        {"conversionoffset", "double", true, true,
+         "Additional offset for conversion to base units."},
+        {"builtin", "bool", false, true, "True if a unit is a builtin unit."}}},
+      {"UnitPrefix",
+       {{"register", 1}, {"compare", 1}, {"display", 2}, {"delete", 1}},
+       {{"name", "string", true, true, "Unit prefix name"},
+        {"exponent", "double", true, true, "Prefix exponent"},
+        {"multiplier", "double", true, false, "Prefix multiplier"},
+        {"builtin", "bool", false, true, "True if a unit prefix is a builtin unit prefix."}}},
+      {"UnitSystem",
+       {{"register", 1}, {"unregister", 1}},
+       {{"Name", "string", true, true, "Unit System Name."},
+        {"MassUnit", "string", true, true, "Mass units for unit system."},
+        {"AmountUnit", "string", true, true, "Amount units for unit system."},
+        {"LengthUnit", "string", true, true, "Length units for unit system."},
+        {"TimeUnit", "string", true, true, "Time units for unit system."},
+        {"TempUnit", "string", true, true, "Temperature units for unit system."},
+        {"CurrentUnit", "string", true, true, "Current units for unit system."},
+        {"LuminousIntensityUnit", "string", true, true,
+         "Luminous intensity units for unit system."}}},
+      {"PhysicalQuantity",
+       {{"register", 1}},
+       {{"name", "string", true, true, "Quantity name"},
+        {"Amount", "int32", true, true, "The amount composition."},
+        {"Mass", "int32", true, true, "The mass composition."},
+        {"Length", "int32", true, true, "The length composition."},
+        {"Time", "int32", true, true, "The time composition."},
+        {"Temp", "int32", true, true, "The temp composition."},
+        {"Current", "int32", true, true, "The current composition."},
+        {"LuminousIntensity", "int32", true, true, "The luminous intensity composition."}}},
+      {"UnitManager",
+       {{"getpqtypes", 1},
+        {"showunits", 2},
+        {"showprefixes", 2},
+        {"showphysicalquantities", 3},
+        {"registerprefix", 2},
+        {"registerunit", 3},
+        {"unregisterunit", 1},
+        {"registerphysicalquantity", 2},
+        {"unregisterunitprefix", 1},
+        {"unregisterpq", 1},
+        {"calculateconversion", 1},
+        {"verifyunit", 2},
+        {"verifyunitprefix", 1},
+        {"verifycomposition", 1},
+        {"parsecomposition", 1},
+        {"getphysqtyforcomposition", 1}},
+       {{"CreatedQuantities", "handle vector", false, false,
+         "All the physical quantities created during a CALVEX session."}}},
+  };
+  for (const Class& expected : classes) {
+    SCOPED_TRACE(expected.name);
+    UDClass* cls = UDApplicationManager::findClass(expected.name);
+    ASSERT_NE(cls, nullptr);
+    EXPECT_EQ(cls->getSuperClass(), nullptr);
+    ASSERT_EQ(cls->getConstructorSignatures().size(), 1u);
+    EXPECT_EQ(cls->getConstructorSignatures()[0]->getArgumentCount(), 0);
+    ASSERT_EQ(cls->getMethods().size(), expected.methods.size());
+    for (std::size_t m = 0; m < expected.methods.size(); ++m) {
+      EXPECT_STREQ(cls->getMethods()[m]->getName(), expected.methods[m].first);
+      EXPECT_EQ(static_cast<int>(cls->getMethods()[m]->getSignatures().size()),
+                expected.methods[m].second)
+          << expected.methods[m].first;
+    }
+    ASSERT_EQ(cls->getProperties().size(), expected.properties.size());
+    for (std::size_t p = 0; p < expected.properties.size(); ++p) {
+      const UDPropInfo* property = cls->getProperties()[p];
+      const Property& want = expected.properties[p];
+      SCOPED_TRACE(want.name);
+      EXPECT_STREQ(property->getName(), want.name);
+      EXPECT_STREQ(property->getDataType()->getName(), want.type);
+      EXPECT_EQ(property->getExternalSetAccess(), want.writable);
+      EXPECT_EQ(property->getInternalSetAccess(), want.writable);
+      EXPECT_FALSE(property->getInitAccess());
+      EXPECT_EQ(property->getVisible(), want.visible);
+      EXPECT_STREQ(property->getDescription(), want.description);
+    }
+  }
+}
+
+TEST_F(UnitsModule, RegisteredUnitsAndPrefixesHaveHostObjects) {
+  UnitManager* units = UnitManager::Instance();
+  for (int q = 0; q < units->getNumQuantityLists(); ++q) {
+    for (int u = 0; u < static_cast<int>(units->getNumUnits(q)); ++u) {
+      const UnitRepresentation* unit = units->getUnitRepresentation(q, u);
+      SCOPED_TRACE(unit->getName());
+      if (unit->getName() == "dimensionless") {
+        EXPECT_EQ(unit->getUDI(), nullptr);
+        continue;
+      }
+      ASSERT_NE(unit->getUDI(), nullptr);
+      EXPECT_EQ(unit->getUDI()->getObject(), unit);
+      EXPECT_EQ(unit->getUDI()->getClass(), GetUnitsUDC());
+      EXPECT_EQ(unit->getUDI()->getLifecycleState(), UDInterface::kExternal);
+    }
+  }
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  for (int p = 0; p < prefixes->getNumPrefixes(); ++p) {
+    ASSERT_NE(prefixes->getPrefix(p)->getUDI(), nullptr);
+    EXPECT_EQ(prefixes->getPrefix(p)->getUDI()->getObject(), prefixes->getPrefix(p));
+  }
+}
+
+TEST_F(UnitsModule, ConstructingTheManagerTwiceYieldsTheSameObject) {
+  UDInterfacePtr first(hostConstruct("UnitManager")), second(hostConstruct("UnitManager"));
+  EXPECT_EQ(first.get(), second.get());
+  EXPECT_EQ(first.get(), manager());
+}
+
+TEST_F(UnitsModule, UnregisteringReleasesTheHostObjectOnce) {
+  Results made = call(manager(), "registerunit", 1, [] {
+    std::vector<HostArrayPtr> args;
+    args.push_back(text("furlong"));
+    args.push_back(text("meter"));
+    args.push_back(num(201.168));
+    return args;
+  }());
+  UDInterfacePtr held(made.handle(0)->getReference());
+  made.values.clear();
+  UnitManager::Instance()->unregisterUnit("furlong");
+  EXPECT_FALSE(held->isValid());
+  EXPECT_EQ(held->getLifecycleState(), UDInterface::kCreated);
+  EXPECT_UNIT_ERROR_ID(getText(held.get(), "name"), "CALVEX:InvalidObject");
+  // releasing our reference frees it; a double release would show under the sanitizer
+}
+
+TEST_F(UnitsModule, AConstructedAndRegisteredObjectNeverDeletesTheRegisteredUnit) {
+  UDInterface* unit = construct("Unit");
+  set(unit, "name", text("furlong"));
+  set(unit, "composition", text("meter"));
+  set(unit, "conversionfactor", num(201.168));
+  call(unit, "register", 0);
+  EXPECT_EQ(UnitManager::Instance()->getUnitRepresentation("furlong")->getUDI(), unit);
+  unit->destroy(UDDatabaseClient::getInternalClient());
+  unit->destroy(UDDatabaseClient::getInternalClient());  // harmless
+  EXPECT_DOUBLE_EQ(UnitManager::Instance()->convert(1.0, "furlong", "meter"), 201.168);
+  UnitManager::Instance()->unregisterUnit("furlong");
+}
+
+TEST_F(UnitsModule, AnUnregisteredConstructedObjectFreesItsOwnUnit) {
+  UDInterface* unit = construct("Unit");
+  set(unit, "name", text("2bad"));
+  EXPECT_UNIT_ERROR_ID(call(unit, "register", 0), "Unit:NameInvalid");
+  EXPECT_EQ(static_cast<UnitRepresentation*>(unit->getObject())->getUDI(), nullptr);
+  UDInterface* same = construct("Unit");
+  set(same, "name", text("kilometer"));
+  set(same, "composition", text("meter"));
+  set(same, "conversionfactor", num(1000));
+  call(same, "register", 0);  // nothing to register: the object keeps its unit
+  EXPECT_FALSE(UnitManager::Instance()->isUnitRegistered("kilometer"));
+  EXPECT_EQ(getText(same, "name"), "kilometer");
+}
+
+// The host failures of a protected call, through "PhysicalQuantity"'s "register".
+TEST_F(UnitsModule, ProtectedCallTranslatesHostFailures) {
+  struct Case {
+    std::function<void()> fail;
+    const char* identifier;
+    const char* message;
+  } cases[] = {
+      {[] { throw new ErrorIdException("Host:Raised", "raised in the host"); }, "Host:Raised",
+       "raised in the host"},
+      {[] { throw fl::except::UserException("User:Error", "user text"); }, "User:Error",
+       "user text"},
+      {[] { throw Tarnwick::System::DebugQuitException(); }, "CALVEX:dbquit", ""},
+      {[] { throw Tarnwick::System::InterruptException(); }, "CALVEX:interupt", ""},
+  };
+  UDInterface* quantity = construct("PhysicalQuantity");
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.identifier);
+    hostRegisterFunction("zophregisterquantity",
+                         [&](int, HostArray**, int, HostArray**) { c.fail(); });
+    EXPECT_UNIT_ERROR(call(quantity, "register", 0), c.identifier, c.message);
+  }
+  hostRegisterFunction("zophregisterquantity",
+                       [](int, HostArray**, int, HostArray**) { throw 42; });
+  EXPECT_THROW(call(quantity, "register", 0), int);
+}
+
+}  // namespace
+}  // namespace TwUnits
