@@ -157,11 +157,17 @@ class ResultSlots {
 
   void** data() { return slots_.data(); }
 
-  std::vector<HostArray*> take() {
+  // Results the method gave become host values; a slot among the first `given` that it
+  // left empty is the type's empty value (a method answering "no object" gives an
+  // empty handle).
+  std::vector<HostArray*> take(int given) {
     std::vector<HostArrayPtr> values(slots_.size());
     for (std::size_t k = 0; k < slots_.size(); ++k) {
-      if (slots_[k] != nullptr)
+      if (slots_[k] != nullptr) {
         values[k].reset(typeOf(k)->takeResult(std::exchange(slots_[k], nullptr)));
+      } else if (static_cast<int>(k) < given) {
+        values[k].reset(typeOf(k)->toHostValue(nullptr));
+      }
     }
     std::vector<HostArray*> results;
     results.reserve(values.size());
@@ -263,7 +269,7 @@ std::vector<HostArray*> hostInvokeMethod(const std::string& method, int nargout,
   ResultSlots results(*matched);
   int nResults = nargout;
   info->invokeMethod(matched, &nResults, results.data(), natives.count(), natives.data());
-  return results.take();
+  return results.take(nResults);
 }
 
 void hostReleaseAfterCall(UDInterface* object) { objectsToRelease().push_back(object); }
