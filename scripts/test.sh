@@ -19,3 +19,4 @@ cmake --build "build/$flavour" -j "$(nproc)"
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 ctest --test-dir "build/$flavour" -j "$(nproc)" --output-on-failure
+if [ "$flavour" = release ]; then scripts/check-install.sh build/release; fi

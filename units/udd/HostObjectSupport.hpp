@@ -18,7 +18,9 @@ class UDInterface;
 class UDMethodSignature;
 class UDPropInfo;
 
-namespace TwUnits::udd {
+// Internal to the module: nothing here is exported.
+namespace TwUnits {
+namespace udd __attribute__((visibility("hidden"))) {
 
 // The host object of a "handle" argument or property call.
 inline UDInterface* hostObject(void* argument) { return static_cast<UDInterface*>(argument); }
@@ -74,7 +76,8 @@ int roundedToInt(double value);
 // empty message.
 void callHostFunction(const char* functionName, std::vector<HostArrayPtr> arguments);
 
-}  // namespace TwUnits::udd
+}  // namespace udd
+}  // namespace TwUnits
 
 #include "host/UDInterface.hpp"
 

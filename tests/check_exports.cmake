@@ -1,0 +1,23 @@
+cmake_policy(SET CMP0057 NEW)
+# Fails when the units library exports a symbol that is neither a module entry point
+# nor part of the TwUnits classes. Run with -DLIBRARY=<path to libtwzo_units.so>.
+execute_process(COMMAND nm -D --defined-only -C ${LIBRARY} OUTPUT_VARIABLE symbols RESULT_VARIABLE status)
+if(NOT status EQUAL 0)
+  message(FATAL_ERROR "nm failed on ${LIBRARY}")
+endif()
+string(REPLACE "\n" ";" lines "${symbols}")
+set(entry_points CVInitialize_zo_units QueryCVFcnTable_zo_units GetUnitApplication libtwzo_units_version
+                 libtwzo_units_build_date)
+foreach(line IN LISTS lines)
+  if(line STREQUAL "")
+    continue()
+  endif()
+  string(REGEX REPLACE "^[0-9a-f]+ [A-Za-z] " "" name "${line}")
+  if(name MATCHES "TwUnits::udd::")
+    message(FATAL_ERROR "internal helper exported: ${name}")
+  endif()
+  if(name IN_LIST entry_points OR name MATCHES "TwUnits::")
+    continue()
+  endif()
+  message(FATAL_ERROR "unexpected exported symbol: ${name}")
+endforeach()
