@@ -1,5 +1,7 @@
 #include "units/UnitChangeEvent.hpp"
 
+#include "host/StringDataType.hpp"
+#include "host/UDTypeRepository.hpp"
 #include "units/QuantityDimensionApi.hpp"
 #include "units/UnitPrefixApi.hpp"
 #include "units/UnitRepresentationApi.hpp"
@@ -20,6 +22,8 @@ constexpr const char* kConstructorSignature = "(Ljava/lang/String;Ljava/lang/Str
 struct UnitChangeEvent::JavaHandles {
   jclass eventClass = nullptr;
   jmethodID constructors[EVENT_TYPE_COUNT] = {};
+  // The host's "string" type turns texts into Java strings.
+  const StringDataType* strings = nullptr;
 };
 
 UnitChangeEvent* UnitChangeEvent::_instance = nullptr;
@@ -36,6 +40,7 @@ UnitChangeEvent::UnitChangeEvent() {
   for (jmethodID& constructor : java_->constructors) {
     constructor = hostGetJavaConstructor(java_->eventClass, kConstructorSignature);
   }
+  java_->strings = static_cast<const StringDataType*>(UDTypeRepository::getType("string", true));
 }
 
 UnitChangeEvent::~UnitChangeEvent() {
@@ -44,9 +49,9 @@ UnitChangeEvent::~UnitChangeEvent() {
 
 void UnitChangeEvent::post(EventType type, const char* name) {
   if (!isZophixUsingJava() || !java_) return;
-  jobject javaName = hostNewJavaString(name);
+  jobject javaName = java_->strings->toJavaObject(name);
   if (javaName == nullptr) return;
-  jobject javaType = hostNewJavaString(kEventTypeTexts[type]);
+  jobject javaType = java_->strings->toJavaObject(kEventTypeTexts[type]);
   // Creating the object is what delivers the event to the queue.
   hostReleaseJavaObject(hostNewJavaObject(java_->constructors[type], javaName, javaType));
   hostReleaseJavaObject(javaName);
