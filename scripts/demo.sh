@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# Builds the release flavour and runs the main job.
+# Builds the release flavour and runs the main job: the shell zo_units through the demo
+# script. The demo shows errors on purpose, so it runs with --keep-going.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/deps.sh
 cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DTW_BUILD_BENCH=ON
 cmake --build build/release -j "$(nproc)"
-build/release/examples/list_quantities
+build/release/shell/zo_units --keep-going --echo examples/demo.cvx
