@@ -1,5 +1,6 @@
 #include "units/UnitManager.hpp"
 
+#include <algorithm>
 #include <boost/bind/bind.hpp>
 #include <cmath>
 #include <cstring>
@@ -31,6 +32,7 @@ constexpr int kTimeIndex = 3;
 constexpr int kTemperatureIndex = 4;
 constexpr int kDimensionlessIndex = PhysicalQuantityManager::kDimensionlessIndex;
 const UnitManager::UnitAddress kNoUnit{-1, -1};
+constexpr std::size_t kHiddenUnitsScanLimit = 16;
 
 template <typename List>
 auto& at(List& lists, int index) {
@@ -95,6 +97,7 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
   addresses_[name] = {quantity, index};
   at(definitions_, quantity)
       .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
+  if (!libraryVisible) hiddenUnits_.push_back(at(definitions_, quantity).back().get());
   // "dimensionless" is the empty composition; every other base unit is itself.
   UnitComposition composition;
   if (quantity != kDimensionlessIndex) {
@@ -385,14 +388,22 @@ UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& tex
     found = cache_.emplace(text, std::move(parsed)).first;
   }
   UnitComposition* composition = found->second.get();
-  if (const UnitRepresentation* unit = getUnitRepresentation(text);
-      unit && !unit->getLibraryVisible()) {
-    issueWarning(errors::Deprecation, text);
-  }
+  if (namesHiddenUnit(text)) issueWarning(errors::Deprecation, text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
   quantities_->registerAnonymousPQ(composition);
   composition->markQuantityStale();
   return composition;
+}
+
+bool UnitManager::namesHiddenUnit(const std::string& text) const {
+  // Usually only the built-in deprecated temperatures: comparing a few names is
+  // cheaper than hashing the text a second time. Many go by the name index.
+  if (hiddenUnits_.size() > kHiddenUnitsScanLimit) {
+    const UnitRepresentation* unit = getUnitRepresentation(text);
+    return unit && !unit->getLibraryVisible();
+  }
+  return std::any_of(hiddenUnits_.begin(), hiddenUnits_.end(),
+                     [&text](const UnitRepresentation* unit) { return unit->getName() == text; });
 }
 
 bool UnitManager::errForInvalidUnitComposition(const std::string& text) {
@@ -520,6 +531,7 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   at(unitNames_, quantity).push_back(name);
   addresses_[name] = {quantity, index};
   at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
+  if (!definition->getLibraryVisible()) hiddenUnits_.push_back(definition);
 
   if (quantity <= kLastBaseQuantity) {
     // The definition is rewritten in base units: its composition string becomes the
@@ -599,6 +611,8 @@ void UnitManager::unregisterUnit(const std::string& name) {
   --at(unitCounts_, quantity);
   quantityOfUnit_.erase(name);
   addresses_.erase(name);
+  hiddenUnits_.erase(std::remove(hiddenUnits_.begin(), hiddenUnits_.end(), definition),
+                     hiddenUnits_.end());
   auto& definitions = at(definitions_, quantity);
   definitions.erase(definitions.begin() + index);
   shiftUnitIndexes(quantity, index);

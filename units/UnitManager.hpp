@@ -186,6 +186,7 @@ class UnitManager {
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
   void shiftUnitIndexes(int quantity, int removedUnit);
   void markCompositionsStale();
+  bool namesHiddenUnit(const std::string& text) const;
   std::string unitName(int quantity, int index) const;
 
   std::unique_ptr<UnitManagerData> data_;
@@ -208,6 +209,9 @@ class UnitManager {
   std::unordered_map<std::string, UnitAddress> addresses_;
   // The cache owns these compositions: one per unit name and per verified text.
   std::unordered_map<std::string, std::unique_ptr<UnitComposition>> cache_;
+  // The registered definitions that are not library visible, whose names warn on
+  // every use, in order of registration.
+  std::vector<const UnitRepresentation*> hiddenUnits_;
 };
 
 }  // namespace TwUnits
