@@ -96,24 +96,43 @@ void UnitComposition::updateThisWithUnitBase(int exponent, UnitBase& unit) {
 }
 
 UnitComposition& UnitComposition::operator*=(const UnitComposition& other) {
-  // Copies first: `other` may be this composition.
-  UnitSet up = other.numerator_, down = other.denominator_;
-  double factor = other.multiplier_;
-  numerator_.insert(up.begin(), up.end());
-  denominator_.insert(down.begin(), down.end());
-  multiplier_ *= factor;
+  // A copy when `other` is this composition, whose sets the inserts would grow.
+  if (&other == this) return *this *= UnitComposition(other);
+  numerator_.insert(other.numerator_.begin(), other.numerator_.end());
+  denominator_.insert(other.denominator_.begin(), other.denominator_.end());
+  multiplier_ *= other.multiplier_;
   quantityStale_ = true;
   return *this;
 }
 
 UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
-  // Copies first: `other` may be this composition.
-  UnitSet up = other.denominator_, down = other.numerator_;
-  double divisor = other.multiplier_;
-  numerator_.insert(up.begin(), up.end());
-  denominator_.insert(down.begin(), down.end());
-  multiplier_ /= divisor;
+  if (&other == this) return *this /= UnitComposition(other);
+  numerator_.insert(other.denominator_.begin(), other.denominator_.end());
+  denominator_.insert(other.numerator_.begin(), other.numerator_.end());
+  multiplier_ /= other.multiplier_;
   quantityStale_ = true;
+  return *this;
+}
+
+// merge() places each moved unit where insert() would put a copy (after the units
+// equal to it, in the other's order), so both forms give the same sequence.
+UnitComposition& UnitComposition::operator*=(UnitComposition&& other) {
+  if (&other == this) return *this *= static_cast<const UnitComposition&>(other);
+  numerator_.merge(other.numerator_);
+  denominator_.merge(other.denominator_);
+  multiplier_ *= other.multiplier_;
+  quantityStale_ = true;
+  other.quantityStale_ = true;
+  return *this;
+}
+
+UnitComposition& UnitComposition::operator/=(UnitComposition&& other) {
+  if (&other == this) return *this /= static_cast<const UnitComposition&>(other);
+  numerator_.merge(other.denominator_);
+  denominator_.merge(other.numerator_);
+  multiplier_ /= other.multiplier_;
+  quantityStale_ = true;
+  other.quantityStale_ = true;
   return *this;
 }
 
@@ -179,8 +198,10 @@ bool UnitComposition::containsPrefix(int prefixIndex) const {
 }
 
 void UnitComposition::getQuantityIdxVector(std::vector<int>& quantities, bool numerator) const {
+  const UnitSet& units = numerator ? numerator_ : denominator_;
   quantities.clear();
-  for (const UnitBase& unit : numerator ? numerator_ : denominator_) {
+  quantities.reserve(units.size());
+  for (const UnitBase& unit : units) {
     quantities.push_back(static_cast<int>(unit.getPQIdx()));
   }
 }

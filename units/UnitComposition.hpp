@@ -43,9 +43,12 @@ class UnitComposition : public UnitCompositionApi {
 
   MakeupVectors getUnitMakeupVectors() const override;
 
-  // Products and quotients keep every unit; nothing cancels.
+  // Products and quotients keep every unit; nothing cancels. The rvalue forms move
+  // the other's units over instead of copying them and leave it empty.
   UnitComposition& operator*=(const UnitComposition& other);
   UnitComposition& operator/=(const UnitComposition& other);
+  UnitComposition& operator*=(UnitComposition&& other);
+  UnitComposition& operator/=(UnitComposition&& other);
   // Raises to an integer power; 0 gives the empty composition with multiplier 1.0.
   UnitComposition& operator^=(int n);
   // Removes units of the same quantity that stand on both sides, folding their ratio
