@@ -1,6 +1,7 @@
 #include "units/UnitComposition.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -207,10 +208,12 @@ void UnitComposition::getQuantityIdxVector(std::vector<int>& quantities, bool nu
 }
 
 QuantityDimension UnitComposition::getDimensions() const {
-  std::vector<int> up, down;
-  getQuantityIdxVector(up, true);
-  getQuantityIdxVector(down, false);
-  return QuantityDimension(up, down);
+  // Counted in place; a quantity index beyond the base quantities raises
+  // std::out_of_range, as the (up, down) constructor does.
+  std::array<int, kBaseDimensionCount> exponents{};
+  for (const UnitBase& unit : numerator_) ++exponents.at(unit.getPQIdx());
+  for (const UnitBase& unit : denominator_) --exponents.at(unit.getPQIdx());
+  return QuantityDimension(exponents.data(), nullptr);
 }
 
 int UnitComposition::getCombinedUnitsQuantityType() const {
