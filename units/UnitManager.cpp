@@ -104,7 +104,7 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
     composition = UnitComposition(
         UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
   }
-  cache_[name] = std::make_unique<UnitComposition>(composition);
+  cache_.assign(name, std::make_unique<UnitComposition>(composition));
   at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(composition));
 }
 
@@ -376,18 +376,16 @@ UnitManager::UnitAddress UnitManager::getUnitIfPrefixUsedInComposition(int prefi
 // ---------------------------------------------------------------- composition texts
 
 const UnitComposition* UnitManager::getCachedComposition(const std::string& text) const {
-  auto found = cache_.find(text);
-  return found == cache_.end() ? nullptr : found->second.get();
+  return cache_.find(text);
 }
 
 UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
-  auto found = cache_.find(text);
-  if (found == cache_.end()) {
+  UnitComposition* composition = cache_.find(text);
+  if (composition == nullptr) {
     std::unique_ptr<UnitComposition> parsed(
         QuantityStringParser::Instance()->createUnitCompFromString(text));
-    found = cache_.emplace(text, std::move(parsed)).first;
+    composition = cache_.insert(text, std::move(parsed));
   }
-  UnitComposition* composition = found->second.get();
   if (namesHiddenUnit(text)) issueWarning(errors::Deprecation, text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
   quantities_->registerAnonymousPQ(composition);
@@ -508,9 +506,9 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   auto own = std::make_unique<UnitComposition>(*composition);
   own->setMultiplier(own->getMultiplier() * definition->getMultiplier());
   UnitComposition* ownInCache = nullptr;
-  if (cache_.count(name) == 0) {
+  if (!cache_.contains(name)) {
     ownInCache = own.get();
-    cache_.emplace(name, std::move(own));
+    cache_.insert(name, std::move(own));
   }
   // From here on the name resolves through the cache.
   if (code == NOTHING_TO_REGISTER) return;
@@ -573,7 +571,7 @@ void UnitManager::unregisterUnitForUnitRegistration(const UnitRepresentationApi*
   auto replacement = std::make_unique<UnitComposition>(
       *verifyUnitCompositionString(definition->getCompositionString()));
   replacement->setMultiplier(replacement->getMultiplier() * definition->getMultiplier());
-  cache_[definition->getName()] = std::move(replacement);
+  cache_.assign(definition->getName(), std::move(replacement));
 }
 
 void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
@@ -605,9 +603,9 @@ void UnitManager::unregisterUnit(const std::string& name) {
   auto& compositions = at(compositions_, quantity);
   compositions.erase(compositions.begin() + index);
   cache_.erase(name);
-  for (auto entry = cache_.begin(); entry != cache_.end();) {
-    entry = entry->second->containsUnit(quantity, index) ? cache_.erase(entry) : std::next(entry);
-  }
+  cache_.eraseIf([quantity, index](const UnitComposition& composition) {
+    return composition.containsUnit(quantity, index);
+  });
   --at(unitCounts_, quantity);
   quantityOfUnit_.erase(name);
   addresses_.erase(name);
@@ -629,17 +627,18 @@ void UnitManager::shiftUnitIndexes(int quantity, int removedUnit) {
   for (auto& list : compositions_) {
     for (auto& composition : list) composition->shiftUnitIndexesAfterRemoval(quantity, removedUnit);
   }
-  for (auto& [text, composition] : cache_)
-    composition->shiftUnitIndexesAfterRemoval(quantity, removedUnit);
+  cache_.forEach([quantity, removedUnit](UnitComposition& composition) {
+    composition.shiftUnitIndexesAfterRemoval(quantity, removedUnit);
+  });
 }
 
 void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   int prefixIndex = prefixes_->getPrefixIndex(prefix->getName());
   UnitAddress user = getUnitIfPrefixUsedInComposition(prefixIndex);
   if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
-  for (auto entry = cache_.begin(); entry != cache_.end();) {
-    entry = entry->second->containsPrefix(prefixIndex) ? cache_.erase(entry) : std::next(entry);
-  }
+  cache_.eraseIf([prefixIndex](const UnitComposition& composition) {
+    return composition.containsPrefix(prefixIndex);
+  });
   // Later prefixes are about to move down one index; compositions follow them.
   auto shifted = [prefixIndex](UnitComposition& composition) {
     composition.shiftPrefixIndexesAfterRemoval(prefixIndex);
@@ -647,7 +646,7 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   for (auto& list : compositions_) {
     for (auto& composition : list) shifted(*composition);
   }
-  for (auto& [text, composition] : cache_) shifted(*composition);
+  cache_.forEach(shifted);
 }
 
 // ---------------------------------------------------------------- quantities
@@ -681,7 +680,7 @@ void UnitManager::markCompositionsStale() {
   for (auto& list : compositions_) {
     for (auto& composition : list) composition->markQuantityStale();
   }
-  for (auto& [text, composition] : cache_) composition->markQuantityStale();
+  cache_.forEach([](UnitComposition& composition) { composition.markQuantityStale(); });
 }
 
 void UnitManager::incrementNumUnits(int quantity) {

@@ -25,6 +25,7 @@
 #include <utility>
 #include <vector>
 
+#include "units/CompositionCache.hpp"
 #include "units/UnitManagerData.hpp"
 #include "units/UnitRepresentation.hpp"
 
@@ -208,7 +209,7 @@ class UnitManager {
   // Where each registered name lives; names are unique across quantities.
   std::unordered_map<std::string, UnitAddress> addresses_;
   // The cache owns these compositions: one per unit name and per verified text.
-  std::unordered_map<std::string, std::unique_ptr<UnitComposition>> cache_;
+  CompositionCache cache_;
   // The registered definitions that are not library visible, whose names warn on
   // every use, in order of registration.
   std::vector<const UnitRepresentation*> hiddenUnits_;
