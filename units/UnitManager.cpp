@@ -34,6 +34,11 @@ constexpr int kDimensionlessIndex = PhysicalQuantityManager::kDimensionlessIndex
 const UnitManager::UnitAddress kNoUnit{-1, -1};
 constexpr std::size_t kHiddenUnitsScanLimit = 16;
 
+// The bit of a hidden unit name's length; every length from 63 on shares the last bit.
+std::uint64_t lengthBit(const std::string& name) {
+  return std::uint64_t{1} << std::min<std::size_t>(name.size(), 63);
+}
+
 template <typename List>
 auto& at(List& lists, int index) {
   return lists.at(static_cast<std::size_t>(index));
@@ -97,7 +102,7 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
   addresses_[name] = {quantity, index};
   at(definitions_, quantity)
       .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
-  if (!libraryVisible) hiddenUnits_.push_back(at(definitions_, quantity).back().get());
+  if (!libraryVisible) addHiddenUnit(at(definitions_, quantity).back().get());
   // "dimensionless" is the empty composition; every other base unit is itself.
   UnitComposition composition;
   if (quantity != kDimensionlessIndex) {
@@ -394,6 +399,7 @@ UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& tex
 }
 
 bool UnitManager::namesHiddenUnit(const std::string& text) const {
+  if ((hiddenNameLengths_ & lengthBit(text)) == 0) return false;
   // Usually only the built-in deprecated temperatures: comparing a few names is
   // cheaper than hashing the text a second time. Many go by the name index.
   if (hiddenUnits_.size() > kHiddenUnitsScanLimit) {
@@ -402,6 +408,19 @@ bool UnitManager::namesHiddenUnit(const std::string& text) const {
   }
   return std::any_of(hiddenUnits_.begin(), hiddenUnits_.end(),
                      [&text](const UnitRepresentation* unit) { return unit->getName() == text; });
+}
+
+void UnitManager::addHiddenUnit(const UnitRepresentation* definition) {
+  hiddenUnits_.push_back(definition);
+  hiddenNameLengths_ |= lengthBit(definition->getName());
+}
+
+void UnitManager::removeHiddenUnit(const UnitRepresentation* definition) {
+  hiddenUnits_.erase(std::remove(hiddenUnits_.begin(), hiddenUnits_.end(), definition),
+                     hiddenUnits_.end());
+  hiddenNameLengths_ = 0;
+  for (const UnitRepresentation* unit : hiddenUnits_)
+    hiddenNameLengths_ |= lengthBit(unit->getName());
 }
 
 bool UnitManager::errForInvalidUnitComposition(const std::string& text) {
@@ -529,7 +548,7 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   at(unitNames_, quantity).push_back(name);
   addresses_[name] = {quantity, index};
   at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
-  if (!definition->getLibraryVisible()) hiddenUnits_.push_back(definition);
+  if (!definition->getLibraryVisible()) addHiddenUnit(definition);
 
   if (quantity <= kLastBaseQuantity) {
     // The definition is rewritten in base units: its composition string becomes the
@@ -609,8 +628,7 @@ void UnitManager::unregisterUnit(const std::string& name) {
   --at(unitCounts_, quantity);
   quantityOfUnit_.erase(name);
   addresses_.erase(name);
-  hiddenUnits_.erase(std::remove(hiddenUnits_.begin(), hiddenUnits_.end(), definition),
-                     hiddenUnits_.end());
+  removeHiddenUnit(definition);
   auto& definitions = at(definitions_, quantity);
   definitions.erase(definitions.begin() + index);
   shiftUnitIndexes(quantity, index);

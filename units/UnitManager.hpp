@@ -18,6 +18,7 @@
 //   units->registerUnit(furlong);                          // the registry owns it
 //   units->unregisterUnit("meter");                        // raises "Unit:CannotUnregisterBuiltin"
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -188,6 +189,8 @@ class UnitManager {
   void shiftUnitIndexes(int quantity, int removedUnit);
   void markCompositionsStale();
   bool namesHiddenUnit(const std::string& text) const;
+  void addHiddenUnit(const UnitRepresentation* definition);
+  void removeHiddenUnit(const UnitRepresentation* definition);
   std::string unitName(int quantity, int index) const;
 
   std::unique_ptr<UnitManagerData> data_;
@@ -211,8 +214,10 @@ class UnitManager {
   // The cache owns these compositions: one per unit name and per verified text.
   CompositionCache cache_;
   // The registered definitions that are not library visible, whose names warn on
-  // every use, in order of registration.
+  // every use, in order of registration; and a bit per length of their names (the
+  // last bit for every longer one), so that most texts need no comparison at all.
   std::vector<const UnitRepresentation*> hiddenUnits_;
+  std::uint64_t hiddenNameLengths_ = 0;
 };
 
 }  // namespace TwUnits
