@@ -216,8 +216,7 @@ QuantityDimension UnitComposition::getDimensions() const {
   return QuantityDimension(exponents.data(), nullptr);
 }
 
-int UnitComposition::getCombinedUnitsQuantityType() const {
-  if (!quantityStale_) return cachedQuantityIndex_;
+int UnitComposition::resolveQuantityType() const {
   QuantityDimension dimensions = getDimensions();
   cachedQuantityIndex_ = PhysicalQuantityManager::Instance()->getQuantityIdx(&dimensions);
   quantityStale_ = false;
