@@ -116,6 +116,25 @@ TEST_F(Composition, MovedOperandGivesTheSameSequenceAsACopiedOne) {
   EXPECT_EQ(squared, parse("meter^2"));
 }
 
+TEST_F(Composition, PowerRepeatsEachUnitNextToItself) {
+  // Kilometer and meter are the same unit; the prefixes show the order.
+  UnitComposition power = of({kKilometer, kMeter, kInch}, {kSecond});
+  power.setMultiplier(2.0);
+  power ^= 3;
+  UnitComposition expected =
+      of({kKilometer, kKilometer, kKilometer, kMeter, kMeter, kMeter, kInch, kInch, kInch},
+         {kSecond, kSecond, kSecond});
+  expected.setMultiplier(8.0);
+  EXPECT_EQ(power, expected);
+
+  UnitComposition inverse = of({kKilometer, kMeter}, {kSecond});
+  inverse ^= -2;
+  EXPECT_EQ(inverse, of({kSecond, kSecond}, {kKilometer, kKilometer, kMeter, kMeter}));
+  UnitComposition same = of({kKilometer, kMeter});
+  same ^= 1;
+  EXPECT_EQ(same, of({kKilometer, kMeter}));
+}
+
 TEST_F(Composition, EqualityComparesPrefixesAndMultipliersWithinTolerance) {
   EXPECT_NE(of({kKilometer}), of({kMeter}));
   UnitComposition a = of({kMeter}), b = of({kMeter});

@@ -35,12 +35,18 @@ std::vector<std::pair<std::string, int>> countByName(const UnitComposition::Unit
   return {counts.begin(), counts.end()};
 }
 
-UnitComposition::UnitSet repeated(const UnitComposition::UnitSet& units, int times) {
-  UnitComposition::UnitSet result;
-  for (const UnitBase& unit : units) {
-    for (int i = 0; i < times; ++i) result.insert(result.end(), unit);
+// Each unit `times` times in a row, in the units' order; none for 0. Copies go in just
+// before the next original unit, so the existing nodes stay.
+void repeatInPlace(UnitComposition::UnitSet& units, int times) {
+  if (times == 0) {
+    units.clear();
+    return;
   }
-  return result;
+  for (auto unit = units.begin(); unit != units.end();) {
+    auto next = std::next(unit);
+    for (int i = 1; i < times; ++i) units.insert(next, *unit);
+    unit = next;
+  }
 }
 
 }  // namespace
@@ -141,8 +147,8 @@ UnitComposition& UnitComposition::operator^=(int n) {
   quantityStale_ = true;
   if (n < 0) std::swap(numerator_, denominator_);
   int times = n < 0 ? -n : n;
-  numerator_ = repeated(numerator_, times);
-  denominator_ = repeated(denominator_, times);
+  repeatInPlace(numerator_, times);
+  repeatInPlace(denominator_, times);
   multiplier_ = std::pow(multiplier_, n);
   return *this;
 }
