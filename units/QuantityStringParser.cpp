@@ -326,6 +326,9 @@ void QuantityStringParser::handlePlusMinusOnQD(QuantityStack&) const {
 
 bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
                                                  const std::string& unitName) const {
+  // Every token is written in the text, and a unit name ends a token: a name that is
+  // nowhere in the text needs no parse. Registry scans ask this of every definition.
+  if (composition.find(unitName) == std::string::npos) return false;
   CParseTree tree(composition.c_str());
   try {
     tree.init(false);
