@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/support/ChildProcess.hpp"
 #include "bench/support/Udunits.hpp"
 #include "units/UnitManager.hpp"
 
@@ -100,6 +101,32 @@ void BM_Udunits_Parse(benchmark::State& state, const char* text) {
     benchmark::DoNotOptimize(unit);
     ut_free(unit);
   }
+}
+
+// For bench/instruction_counts.sh: `repeat_first_sight ours|udunits short|long <made>
+// <used>` makes `made` fresh spellings of the text, then does the timed work of
+// BM_FirstSight or BM_Udunits_Parse `used` times; runs that differ only in `used` tell
+// the cost of the work alone.
+TW_CHILD_TASK(repeat_first_sight) {
+  const std::string side = arguments.at(0);
+  const char* text = arguments.at(1) == "long" ? kLongText : kShortText;
+  const std::size_t made = std::stoul(arguments.at(2)), used = std::stoul(arguments.at(3));
+  TwUnits::UnitManager* units = TwUnits::UnitManager::Instance();
+  ut_system* system = twbench::udunitsSystem();
+  FreshSpellings spellings(text);
+  std::vector<std::string> texts;
+  spellings.nextBatch(texts, made);
+  std::size_t resolved = 0;
+  for (std::size_t i = 0; i < used && i < texts.size(); ++i) {
+    if (side == "ours") {
+      resolved += units->verifyUnitCompositionString(texts[i]) != nullptr;
+    } else {
+      ut_unit* unit = ut_parse(system, text, UT_ASCII);
+      resolved += unit != nullptr;
+      ut_free(unit);
+    }
+  }
+  report["resolved"] = static_cast<double>(resolved);
 }
 
 // The argument names are the summary's row keys (bench/support/SideBySide.cpp).

@@ -4,8 +4,9 @@
 // Collects the figures of a benchmark run while the console shows it as usual, and
 // afterwards prints our figures beside UDUNITS-2's with their ratios, the set-up and
 // registration figures from the child processes, and whether each target is met.
-// A benchmark's figure is the median of its repetitions when it was repeated,
-// otherwise the mean of its runs.
+// A benchmark's figure is its CPU time per iteration (other builds on the machine
+// stretch real time), the median of its repetitions when it was repeated, otherwise
+// the mean of its runs.
 //
 // Example:
 //   twbench::SideBySideReporter reporter;
@@ -37,7 +38,7 @@ class SideBySideReporter : public benchmark::ConsoleReporter {
     std::map<std::string, double> medianCounters;
   };
 
-  // Real time per iteration in nanoseconds, or a negative value when the benchmark
+  // CPU time per iteration in nanoseconds, or a negative value when the benchmark
   // did not run.
   double nanoseconds(const std::string& name) const;
   double counter(const std::string& name, const std::string& counterName) const;
