@@ -83,6 +83,58 @@ TEST_F(Composition, ProductsQuotientsAndPowersNeverCancel) {
   EXPECT_NE(ratio, UnitComposition()) << "meter/meter keeps both units until cancelled";
 }
 
+TEST_F(Composition, MovedOperandGivesTheSameSequenceAsACopiedOne) {
+  // Meter and kilometer are the same unit: their order after a product shows where
+  // each moved unit was placed (== compares prefixes position by position).
+  UnitComposition left = of({kKilometer, kInch}, {kSecond});
+  left.setMultiplier(2.0);
+  UnitComposition right = of({kMeter, kKilometer, kGram}, {kKilogram, kSecond});
+  right.setMultiplier(4.0);
+
+  UnitComposition copiedProduct = left, movedProduct = left;
+  copiedProduct *= right;
+  UnitComposition consumed = right;
+  movedProduct *= std::move(consumed);
+  EXPECT_EQ(movedProduct, copiedProduct);
+  UnitComposition expectedProduct =
+      of({kGram, kKilometer, kMeter, kKilometer, kInch}, {kSecond, kKilogram, kSecond});
+  expectedProduct.setMultiplier(8.0);
+  EXPECT_EQ(movedProduct, expectedProduct);
+
+  UnitComposition copiedQuotient = left, movedQuotient = left;
+  copiedQuotient /= right;
+  consumed = right;
+  movedQuotient /= std::move(consumed);
+  EXPECT_EQ(movedQuotient, copiedQuotient);
+  EXPECT_DOUBLE_EQ(movedQuotient.getMultiplier(), 0.5);
+  EXPECT_EQ(movedQuotient.getCompositionString(),
+            "(inch*kilogram*kilometer*second)/(gram*kilometer*meter*second)");
+
+  UnitComposition squared = of({kMeter});
+  UnitComposition& same = squared;
+  squared *= std::move(same);
+  EXPECT_EQ(squared, parse("meter^2"));
+}
+
+TEST_F(Composition, PowerRepeatsEachUnitNextToItself) {
+  // Kilometer and meter are the same unit; the prefixes show the order.
+  UnitComposition power = of({kKilometer, kMeter, kInch}, {kSecond});
+  power.setMultiplier(2.0);
+  power ^= 3;
+  UnitComposition expected =
+      of({kKilometer, kKilometer, kKilometer, kMeter, kMeter, kMeter, kInch, kInch, kInch},
+         {kSecond, kSecond, kSecond});
+  expected.setMultiplier(8.0);
+  EXPECT_EQ(power, expected);
+
+  UnitComposition inverse = of({kKilometer, kMeter}, {kSecond});
+  inverse ^= -2;
+  EXPECT_EQ(inverse, of({kSecond, kSecond}, {kKilometer, kKilometer, kMeter, kMeter}));
+  UnitComposition same = of({kKilometer, kMeter});
+  same ^= 1;
+  EXPECT_EQ(same, of({kKilometer, kMeter}));
+}
+
 TEST_F(Composition, EqualityComparesPrefixesAndMultipliersWithinTolerance) {
   EXPECT_NE(of({kKilometer}), of({kMeter}));
   UnitComposition a = of({kMeter}), b = of({kMeter});

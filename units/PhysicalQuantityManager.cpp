@@ -190,7 +190,10 @@ int PhysicalQuantityManager::getQuantityIdx(const QuantityDimensionApi* dimensio
 }
 
 int PhysicalQuantityManager::getQuantityIdx(const QuantityDimension* dimensions) const {
-  return getQuantityIdx(static_cast<const QuantityDimensionApi*>(dimensions));
+  // The same first match as the interface's look-up, without a virtual call per exponent.
+  int exponents[kBaseDimensionCount];
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b) exponents[b] = dimensions->at(b);
+  return getQuantityIdx(exponents);
 }
 
 int PhysicalQuantityManager::getQuantityIdx(const int* exponents) const {

@@ -53,6 +53,8 @@ std::vector<std::string> postfixTokens(const std::string& composition, UnitError
     raiseError(failure);
   }
   std::vector<std::string> tokens;
+  // Never more tokens than characters; a bound that saves the usual regrowths.
+  tokens.reserve(std::min<std::size_t>(composition.size(), 16));
   tree.postFix(tokens);
   return tokens;
 }
@@ -101,11 +103,22 @@ QuantityStringParser* QuantityStringParser::Instance() {
 QuantityStringParser::~QuantityStringParser() = default;
 
 int QuantityStringParser::getTokenEnum(const std::string& token) {
-  if (token == "*") return MULTIPLY;
-  if (token == "/") return DIVIDE;
-  if (token == "+") return PLUS;
-  if (token == "-") return MINUS;
-  if (token == "^") return POWER;
+  if (token.size() == 1) {
+    switch (token[0]) {
+      case '*':
+        return MULTIPLY;
+      case '/':
+        return DIVIDE;
+      case '+':
+        return PLUS;
+      case '-':
+        return MINUS;
+      case '^':
+        return POWER;
+      default:
+        break;
+    }
+  }
   if (isstrnumeric(token.c_str())) return NUMBER;
   return NAME;
 }
@@ -117,6 +130,8 @@ UnitComposition* QuantityStringParser::createUnitCompFromString(
   if (isstrnumeric(composition.c_str())) raiseError(errors::UnitCompositionNumeric);
   std::vector<std::string> tokens = postfixTokens(composition, errors::BadUnitCompositionParse);
   UnitStack stack;
+  stack.compositions.reserve(tokens.size());
+  stack.literals.reserve(tokens.size());
   for (const std::string& token : tokens) {
     switch (getTokenEnum(token)) {
       case MULTIPLY:
@@ -195,7 +210,7 @@ void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
   if (right.literal != kCompositionMarker || left.literal != kCompositionMarker) {
     raiseError(errors::InvalidCompositionMathMult);
   }
-  *left.composition *= *right.composition;
+  *left.composition *= std::move(*right.composition);
   pushComposition(stack, std::move(left.composition));
 }
 
@@ -206,7 +221,7 @@ void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
       (left.literal != kCompositionMarker && left.literal != 1)) {
     raiseError(errors::InvalidCompositionMathDiv);
   }
-  *left.composition /= *right.composition;
+  *left.composition /= std::move(*right.composition);
   pushComposition(stack, std::move(left.composition));
 }
 
@@ -311,6 +326,9 @@ void QuantityStringParser::handlePlusMinusOnQD(QuantityStack&) const {
 
 bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
                                                  const std::string& unitName) const {
+  // Every token is written in the text, and a unit name ends a token: a name that is
+  // nowhere in the text needs no parse. Registry scans ask this of every definition.
+  if (composition.find(unitName) == std::string::npos) return false;
   CParseTree tree(composition.c_str());
   try {
     tree.init(false);

@@ -1,6 +1,7 @@
 #include "units/UnitComposition.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -34,12 +35,18 @@ std::vector<std::pair<std::string, int>> countByName(const UnitComposition::Unit
   return {counts.begin(), counts.end()};
 }
 
-UnitComposition::UnitSet repeated(const UnitComposition::UnitSet& units, int times) {
-  UnitComposition::UnitSet result;
-  for (const UnitBase& unit : units) {
-    for (int i = 0; i < times; ++i) result.insert(result.end(), unit);
+// Each unit `times` times in a row, in the units' order; none for 0. Copies go in just
+// before the next original unit, so the existing nodes stay.
+void repeatInPlace(UnitComposition::UnitSet& units, int times) {
+  if (times == 0) {
+    units.clear();
+    return;
   }
-  return result;
+  for (auto unit = units.begin(); unit != units.end();) {
+    auto next = std::next(unit);
+    for (int i = 1; i < times; ++i) units.insert(next, *unit);
+    unit = next;
+  }
 }
 
 }  // namespace
@@ -96,24 +103,43 @@ void UnitComposition::updateThisWithUnitBase(int exponent, UnitBase& unit) {
 }
 
 UnitComposition& UnitComposition::operator*=(const UnitComposition& other) {
-  // Copies first: `other` may be this composition.
-  UnitSet up = other.numerator_, down = other.denominator_;
-  double factor = other.multiplier_;
-  numerator_.insert(up.begin(), up.end());
-  denominator_.insert(down.begin(), down.end());
-  multiplier_ *= factor;
+  // A copy when `other` is this composition, whose sets the inserts would grow.
+  if (&other == this) return *this *= UnitComposition(other);
+  numerator_.insert(other.numerator_.begin(), other.numerator_.end());
+  denominator_.insert(other.denominator_.begin(), other.denominator_.end());
+  multiplier_ *= other.multiplier_;
   quantityStale_ = true;
   return *this;
 }
 
 UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
-  // Copies first: `other` may be this composition.
-  UnitSet up = other.denominator_, down = other.numerator_;
-  double divisor = other.multiplier_;
-  numerator_.insert(up.begin(), up.end());
-  denominator_.insert(down.begin(), down.end());
-  multiplier_ /= divisor;
+  if (&other == this) return *this /= UnitComposition(other);
+  numerator_.insert(other.denominator_.begin(), other.denominator_.end());
+  denominator_.insert(other.numerator_.begin(), other.numerator_.end());
+  multiplier_ /= other.multiplier_;
   quantityStale_ = true;
+  return *this;
+}
+
+// merge() places each moved unit where insert() would put a copy (after the units
+// equal to it, in the other's order), so both forms give the same sequence.
+UnitComposition& UnitComposition::operator*=(UnitComposition&& other) {
+  if (&other == this) return *this *= static_cast<const UnitComposition&>(other);
+  numerator_.merge(other.numerator_);
+  denominator_.merge(other.denominator_);
+  multiplier_ *= other.multiplier_;
+  quantityStale_ = true;
+  other.quantityStale_ = true;
+  return *this;
+}
+
+UnitComposition& UnitComposition::operator/=(UnitComposition&& other) {
+  if (&other == this) return *this /= static_cast<const UnitComposition&>(other);
+  numerator_.merge(other.denominator_);
+  denominator_.merge(other.numerator_);
+  multiplier_ /= other.multiplier_;
+  quantityStale_ = true;
+  other.quantityStale_ = true;
   return *this;
 }
 
@@ -121,8 +147,8 @@ UnitComposition& UnitComposition::operator^=(int n) {
   quantityStale_ = true;
   if (n < 0) std::swap(numerator_, denominator_);
   int times = n < 0 ? -n : n;
-  numerator_ = repeated(numerator_, times);
-  denominator_ = repeated(denominator_, times);
+  repeatInPlace(numerator_, times);
+  repeatInPlace(denominator_, times);
   multiplier_ = std::pow(multiplier_, n);
   return *this;
 }
@@ -179,21 +205,24 @@ bool UnitComposition::containsPrefix(int prefixIndex) const {
 }
 
 void UnitComposition::getQuantityIdxVector(std::vector<int>& quantities, bool numerator) const {
+  const UnitSet& units = numerator ? numerator_ : denominator_;
   quantities.clear();
-  for (const UnitBase& unit : numerator ? numerator_ : denominator_) {
+  quantities.reserve(units.size());
+  for (const UnitBase& unit : units) {
     quantities.push_back(static_cast<int>(unit.getPQIdx()));
   }
 }
 
 QuantityDimension UnitComposition::getDimensions() const {
-  std::vector<int> up, down;
-  getQuantityIdxVector(up, true);
-  getQuantityIdxVector(down, false);
-  return QuantityDimension(up, down);
+  // Counted in place; a quantity index beyond the base quantities raises
+  // std::out_of_range, as the (up, down) constructor does.
+  std::array<int, kBaseDimensionCount> exponents{};
+  for (const UnitBase& unit : numerator_) ++exponents.at(unit.getPQIdx());
+  for (const UnitBase& unit : denominator_) --exponents.at(unit.getPQIdx());
+  return QuantityDimension(exponents.data(), nullptr);
 }
 
-int UnitComposition::getCombinedUnitsQuantityType() const {
-  if (!quantityStale_) return cachedQuantityIndex_;
+int UnitComposition::resolveQuantityType() const {
   QuantityDimension dimensions = getDimensions();
   cachedQuantityIndex_ = PhysicalQuantityManager::Instance()->getQuantityIdx(&dimensions);
   quantityStale_ = false;

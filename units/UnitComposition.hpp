@@ -43,9 +43,12 @@ class UnitComposition : public UnitCompositionApi {
 
   MakeupVectors getUnitMakeupVectors() const override;
 
-  // Products and quotients keep every unit; nothing cancels.
+  // Products and quotients keep every unit; nothing cancels. The rvalue forms move
+  // the other's units over instead of copying them and leave it empty.
   UnitComposition& operator*=(const UnitComposition& other);
   UnitComposition& operator/=(const UnitComposition& other);
+  UnitComposition& operator*=(UnitComposition&& other);
+  UnitComposition& operator/=(UnitComposition&& other);
   // Raises to an integer power; 0 gives the empty composition with multiplier 1.0.
   UnitComposition& operator^=(int n);
   // Removes units of the same quantity that stand on both sides, folding their ratio
@@ -63,7 +66,9 @@ class UnitComposition : public UnitCompositionApi {
   void getQuantityIdxVector(std::vector<int>& quantities, bool numerator) const;
   // Index of the registered quantity with these dimensions, or -1; cached until the
   // composition changes or markQuantityStale is called.
-  int getCombinedUnitsQuantityType() const;
+  int getCombinedUnitsQuantityType() const {
+    return quantityStale_ ? resolveQuantityType() : cachedQuantityIndex_;
+  }
   void markQuantityStale() { quantityStale_ = true; }
   QuantityDimension getDimensions() const;
   // The prefix index of the prefix that begins the unit name (-1 for none).
@@ -86,6 +91,7 @@ class UnitComposition : public UnitCompositionApi {
  private:
   friend std::ostream& operator<<(std::ostream& out, const UnitComposition& composition);
 
+  int resolveQuantityType() const;
   void updateThisWithUnitBase(int exponent, UnitBase& unit);
   static std::string getCompositionString_Helper(
       const std::vector<std::pair<std::string, int>>& names);

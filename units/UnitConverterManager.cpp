@@ -187,10 +187,11 @@ void iterateBaseForMultOffset(const std::multiset<UnitBase>& from,
   UnitConverterManager* converters = UnitConverterManager::Instance();
   auto a = from.begin();
   for (auto b = to.begin(); b != to.end() && a != from.end(); ++a, ++b) {
-    std::unique_ptr<UnitConverter> pair(converters->getQuantityUnitConverter(
-        static_cast<int>(b->getPQIdx()), static_cast<int>(a->getUnitIdx()),
-        static_cast<int>(b->getUnitIdx())));
-    bool hasOffset = !utEqualWithinEps(pair->getOffset(), 0.0);
+    // Read in place: a copy per unit pair would cost an allocation on every conversion.
+    const UnitConverter& pair =
+        converters->tableEntry(static_cast<int>(b->getPQIdx()), static_cast<int>(a->getUnitIdx()),
+                               static_cast<int>(b->getUnitIdx()));
+    bool hasOffset = !utEqualWithinEps(pair.getOffset(), 0.0);
     if (hasOffset) {
       if (count > 1) raiseError(errors::ConversionMixedOffset);
       if (a->getPrefixIdx() != -1 || b->getPrefixIdx() != -1) {
@@ -204,11 +205,11 @@ void iterateBaseForMultOffset(const std::multiset<UnitBase>& from,
       if (b->getPrefixIdx() != -1) mult(multiplier, prefixMultiplier(*b));
     }
     if (numerator) {
-      mult(multiplier, pair->getMultiplier());
+      mult(multiplier, pair.getMultiplier());
     } else {
-      div(multiplier, pair->getMultiplier());
+      div(multiplier, pair.getMultiplier());
     }
-    offset += pair->getOffset();
+    offset += pair.getOffset();
   }
 }
 

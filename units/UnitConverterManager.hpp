@@ -74,11 +74,13 @@ class UnitConverterManager : public UnitConverterManagerApi {
   bool checkForConnectivity(const ConverterList* list, int unit) const;
   // Number of entries in the quantity's table.
   std::size_t getTableSize(int quantity) const;
+  // The table's converter between two units of a base quantity, the shared identity on
+  // the diagonal; the calculator keeps it. Raises std::out_of_range outside the table.
+  const UnitConverter& tableEntry(int quantity, int fromUnit, int toUnit) const;
 
  private:
   UnitConverterManager();
 
-  const UnitConverter& tableEntry(int quantity, int fromUnit, int toUnit) const;
   UnitConverter* temperatureConverter(const std::string& from, const std::string& to,
                                       const UnitComposition* fromComposition,
                                       const UnitComposition* toComposition) const;

@@ -1,5 +1,6 @@
 #include "units/UnitManager.hpp"
 
+#include <algorithm>
 #include <boost/bind/bind.hpp>
 #include <cmath>
 #include <cstring>
@@ -31,6 +32,12 @@ constexpr int kTimeIndex = 3;
 constexpr int kTemperatureIndex = 4;
 constexpr int kDimensionlessIndex = PhysicalQuantityManager::kDimensionlessIndex;
 const UnitManager::UnitAddress kNoUnit{-1, -1};
+constexpr std::size_t kHiddenUnitsScanLimit = 16;
+
+// The bit of a hidden unit name's length; every length from 63 on shares the last bit.
+std::uint64_t lengthBit(const std::string& name) {
+  return std::uint64_t{1} << std::min<std::size_t>(name.size(), 63);
+}
 
 template <typename List>
 auto& at(List& lists, int index) {
@@ -95,13 +102,14 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
   addresses_[name] = {quantity, index};
   at(definitions_, quantity)
       .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
+  if (!libraryVisible) addHiddenUnit(at(definitions_, quantity).back().get());
   // "dimensionless" is the empty composition; every other base unit is itself.
   UnitComposition composition;
   if (quantity != kDimensionlessIndex) {
     composition = UnitComposition(
         UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
   }
-  cache_[name] = std::make_unique<UnitComposition>(composition);
+  cache_.assign(name, std::make_unique<UnitComposition>(composition));
   at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(composition));
 }
 
@@ -373,26 +381,46 @@ UnitManager::UnitAddress UnitManager::getUnitIfPrefixUsedInComposition(int prefi
 // ---------------------------------------------------------------- composition texts
 
 const UnitComposition* UnitManager::getCachedComposition(const std::string& text) const {
-  auto found = cache_.find(text);
-  return found == cache_.end() ? nullptr : found->second.get();
+  return cache_.find(text);
 }
 
 UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
-  auto found = cache_.find(text);
-  if (found == cache_.end()) {
+  UnitComposition* composition = cache_.find(text);
+  if (composition == nullptr) {
     std::unique_ptr<UnitComposition> parsed(
         QuantityStringParser::Instance()->createUnitCompFromString(text));
-    found = cache_.emplace(text, std::move(parsed)).first;
+    composition = cache_.insert(text, std::move(parsed));
   }
-  UnitComposition* composition = found->second.get();
-  if (const UnitRepresentation* unit = getUnitRepresentation(text);
-      unit && !unit->getLibraryVisible()) {
-    issueWarning(errors::Deprecation, text);
-  }
+  if (namesHiddenUnit(text)) issueWarning(errors::Deprecation, text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
   quantities_->registerAnonymousPQ(composition);
   composition->markQuantityStale();
   return composition;
+}
+
+bool UnitManager::namesHiddenUnit(const std::string& text) const {
+  if ((hiddenNameLengths_ & lengthBit(text)) == 0) return false;
+  // Usually only the built-in deprecated temperatures: comparing a few names is
+  // cheaper than hashing the text a second time. Many go by the name index.
+  if (hiddenUnits_.size() > kHiddenUnitsScanLimit) {
+    const UnitRepresentation* unit = getUnitRepresentation(text);
+    return unit && !unit->getLibraryVisible();
+  }
+  return std::any_of(hiddenUnits_.begin(), hiddenUnits_.end(),
+                     [&text](const UnitRepresentation* unit) { return unit->getName() == text; });
+}
+
+void UnitManager::addHiddenUnit(const UnitRepresentation* definition) {
+  hiddenUnits_.push_back(definition);
+  hiddenNameLengths_ |= lengthBit(definition->getName());
+}
+
+void UnitManager::removeHiddenUnit(const UnitRepresentation* definition) {
+  hiddenUnits_.erase(std::remove(hiddenUnits_.begin(), hiddenUnits_.end(), definition),
+                     hiddenUnits_.end());
+  hiddenNameLengths_ = 0;
+  for (const UnitRepresentation* unit : hiddenUnits_)
+    hiddenNameLengths_ |= lengthBit(unit->getName());
 }
 
 bool UnitManager::errForInvalidUnitComposition(const std::string& text) {
@@ -497,9 +525,9 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   auto own = std::make_unique<UnitComposition>(*composition);
   own->setMultiplier(own->getMultiplier() * definition->getMultiplier());
   UnitComposition* ownInCache = nullptr;
-  if (cache_.count(name) == 0) {
+  if (!cache_.contains(name)) {
     ownInCache = own.get();
-    cache_.emplace(name, std::move(own));
+    cache_.insert(name, std::move(own));
   }
   // From here on the name resolves through the cache.
   if (code == NOTHING_TO_REGISTER) return;
@@ -520,6 +548,7 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   at(unitNames_, quantity).push_back(name);
   addresses_[name] = {quantity, index};
   at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
+  if (!definition->getLibraryVisible()) addHiddenUnit(definition);
 
   if (quantity <= kLastBaseQuantity) {
     // The definition is rewritten in base units: its composition string becomes the
@@ -561,7 +590,7 @@ void UnitManager::unregisterUnitForUnitRegistration(const UnitRepresentationApi*
   auto replacement = std::make_unique<UnitComposition>(
       *verifyUnitCompositionString(definition->getCompositionString()));
   replacement->setMultiplier(replacement->getMultiplier() * definition->getMultiplier());
-  cache_[definition->getName()] = std::move(replacement);
+  cache_.assign(definition->getName(), std::move(replacement));
 }
 
 void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
@@ -593,12 +622,13 @@ void UnitManager::unregisterUnit(const std::string& name) {
   auto& compositions = at(compositions_, quantity);
   compositions.erase(compositions.begin() + index);
   cache_.erase(name);
-  for (auto entry = cache_.begin(); entry != cache_.end();) {
-    entry = entry->second->containsUnit(quantity, index) ? cache_.erase(entry) : std::next(entry);
-  }
+  cache_.eraseIf([quantity, index](const UnitComposition& composition) {
+    return composition.containsUnit(quantity, index);
+  });
   --at(unitCounts_, quantity);
   quantityOfUnit_.erase(name);
   addresses_.erase(name);
+  removeHiddenUnit(definition);
   auto& definitions = at(definitions_, quantity);
   definitions.erase(definitions.begin() + index);
   shiftUnitIndexes(quantity, index);
@@ -615,17 +645,18 @@ void UnitManager::shiftUnitIndexes(int quantity, int removedUnit) {
   for (auto& list : compositions_) {
     for (auto& composition : list) composition->shiftUnitIndexesAfterRemoval(quantity, removedUnit);
   }
-  for (auto& [text, composition] : cache_)
-    composition->shiftUnitIndexesAfterRemoval(quantity, removedUnit);
+  cache_.forEach([quantity, removedUnit](UnitComposition& composition) {
+    composition.shiftUnitIndexesAfterRemoval(quantity, removedUnit);
+  });
 }
 
 void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   int prefixIndex = prefixes_->getPrefixIndex(prefix->getName());
   UnitAddress user = getUnitIfPrefixUsedInComposition(prefixIndex);
   if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
-  for (auto entry = cache_.begin(); entry != cache_.end();) {
-    entry = entry->second->containsPrefix(prefixIndex) ? cache_.erase(entry) : std::next(entry);
-  }
+  cache_.eraseIf([prefixIndex](const UnitComposition& composition) {
+    return composition.containsPrefix(prefixIndex);
+  });
   // Later prefixes are about to move down one index; compositions follow them.
   auto shifted = [prefixIndex](UnitComposition& composition) {
     composition.shiftPrefixIndexesAfterRemoval(prefixIndex);
@@ -633,7 +664,7 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   for (auto& list : compositions_) {
     for (auto& composition : list) shifted(*composition);
   }
-  for (auto& [text, composition] : cache_) shifted(*composition);
+  cache_.forEach(shifted);
 }
 
 // ---------------------------------------------------------------- quantities
@@ -667,7 +698,7 @@ void UnitManager::markCompositionsStale() {
   for (auto& list : compositions_) {
     for (auto& composition : list) composition->markQuantityStale();
   }
-  for (auto& [text, composition] : cache_) composition->markQuantityStale();
+  cache_.forEach([](UnitComposition& composition) { composition.markQuantityStale(); });
 }
 
 void UnitManager::incrementNumUnits(int quantity) {

@@ -18,6 +18,7 @@
 //   units->registerUnit(furlong);                          // the registry owns it
 //   units->unregisterUnit("meter");                        // raises "Unit:CannotUnregisterBuiltin"
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -25,6 +26,7 @@
 #include <utility>
 #include <vector>
 
+#include "units/CompositionCache.hpp"
 #include "units/UnitManagerData.hpp"
 #include "units/UnitRepresentation.hpp"
 
@@ -186,6 +188,9 @@ class UnitManager {
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
   void shiftUnitIndexes(int quantity, int removedUnit);
   void markCompositionsStale();
+  bool namesHiddenUnit(const std::string& text) const;
+  void addHiddenUnit(const UnitRepresentation* definition);
+  void removeHiddenUnit(const UnitRepresentation* definition);
   std::string unitName(int quantity, int index) const;
 
   std::unique_ptr<UnitManagerData> data_;
@@ -207,7 +212,12 @@ class UnitManager {
   // Where each registered name lives; names are unique across quantities.
   std::unordered_map<std::string, UnitAddress> addresses_;
   // The cache owns these compositions: one per unit name and per verified text.
-  std::unordered_map<std::string, std::unique_ptr<UnitComposition>> cache_;
+  CompositionCache cache_;
+  // The registered definitions that are not library visible, whose names warn on
+  // every use, in order of registration; and a bit per length of their names (the
+  // last bit for every longer one), so that most texts need no comparison at all.
+  std::vector<const UnitRepresentation*> hiddenUnits_;
+  std::uint64_t hiddenNameLengths_ = 0;
 };
 
 }  // namespace TwUnits

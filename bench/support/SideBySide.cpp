@@ -1,0 +1,236 @@
+#include "bench/support/SideBySide.hpp"
+
+#include <cstdio>
+#include <numeric>
+#include <ostream>
+
+namespace twbench {
+
+namespace {
+
+std::string keyOf(const benchmark::BenchmarkReporter::Run& run) {
+  const benchmark::BenchmarkName& name = run.run_name;
+  return name.args.empty() ? name.function_name : name.function_name + "/" + name.args;
+}
+
+double mean(const std::vector<double>& values) {
+  if (values.empty()) return -1.0;
+  return std::accumulate(values.begin(), values.end(), 0.0) / static_cast<double>(values.size());
+}
+
+// "812 ns", "3.41 us", "1.20 ms", "0.452 s"; "-" for a figure that was not measured.
+std::string duration(double ns) {
+  char text[32];
+  if (ns < 0) return "-";
+  if (ns < 1e3) {
+    std::snprintf(text, sizeof text, "%.1f ns", ns);
+  } else if (ns < 1e6) {
+    std::snprintf(text, sizeof text, "%.2f us", ns / 1e3);
+  } else if (ns < 1e9) {
+    std::snprintf(text, sizeof text, "%.2f ms", ns / 1e6);
+  } else {
+    std::snprintf(text, sizeof text, "%.3f s", ns / 1e9);
+  }
+  return text;
+}
+
+std::string mebibytes(double mib) {
+  if (mib < 0) return "-";
+  char text[32];
+  std::snprintf(text, sizeof text, "%.1f MiB", mib);
+  return text;
+}
+
+std::string ratio(double peer, double ours) {
+  if (peer < 0 || ours <= 0) return "-";
+  char text[32];
+  std::snprintf(text, sizeof text, "%.1fx", peer / ours);
+  return text;
+}
+
+std::string verdict(bool measured, bool met) {
+  if (!measured) return "not measured";
+  return met ? "met" : "MISSED";
+}
+
+std::string row(const std::vector<std::pair<std::string, int>>& cells) {
+  std::string line;
+  for (const auto& [text, width] : cells) {
+    if (!line.empty()) line += "  ";
+    char cell[128];
+    std::snprintf(cell, sizeof cell, width < 0 ? "%-*s" : "%*s", width < 0 ? -width : width,
+                  text.c_str());
+    line += cell;
+  }
+  return line + "\n";
+}
+
+struct ConversionPair {
+  const char* name;  // the benchmark's argument name
+  const char* from;
+  const char* to;
+};
+
+// The same texts on both sides: UDUNITS-2 reads our spellings too.
+const ConversionPair kConversionPairs[] = {
+    {"mile_to_meter", "mile", "meter"},
+    {"kilometer_per_hour_to_meter_per_second", "kilometer/hour", "meter/second"},
+    {"kelvin_to_fahrenheit", "kelvin", "fahrenheit"},
+    {"kelvin_to_degree_rankine", "kelvin", "degree_rankine"},
+};
+
+}  // namespace
+
+SideBySideReporter::SideBySideReporter(OutputOptions options) : ConsoleReporter(options) {}
+
+void SideBySideReporter::ReportRuns(const std::vector<Run>& reports) {
+  for (const Run& run : reports) {
+    if (run.error_occurred) continue;
+    Samples& samples = samples_[keyOf(run)];
+    // CPU time: other work on the machine stretches real time, not our thread's time.
+    double ns = run.GetAdjustedCPUTime() / benchmark::GetTimeUnitMultiplier(run.time_unit) * 1e9;
+    if (run.run_type == Run::RT_Iteration) {
+      samples.nanoseconds.push_back(ns);
+      for (const auto& [name, value] : run.counters) samples.counters[name].push_back(value);
+    } else if (run.aggregate_name == "median") {
+      samples.hasMedian = true;
+      samples.medianNanoseconds = ns;
+      for (const auto& [name, value] : run.counters) samples.medianCounters[name] = value;
+    }
+  }
+  ConsoleReporter::ReportRuns(reports);
+}
+
+double SideBySideReporter::nanoseconds(const std::string& name) const {
+  auto found = samples_.find(name);
+  if (found == samples_.end()) return -1.0;
+  return found->second.hasMedian ? found->second.medianNanoseconds
+                                 : mean(found->second.nanoseconds);
+}
+
+double SideBySideReporter::counter(const std::string& name, const std::string& counterName) const {
+  auto found = samples_.find(name);
+  if (found == samples_.end()) return -1.0;
+  if (found->second.hasMedian) {
+    auto value = found->second.medianCounters.find(counterName);
+    return value == found->second.medianCounters.end() ? -1.0 : value->second;
+  }
+  auto values = found->second.counters.find(counterName);
+  return values == found->second.counters.end() ? -1.0 : mean(values->second);
+}
+
+void SideBySideReporter::printSummary(std::ostream& out) const {
+  out << "\nSide by side with UDUNITS-2: CPU time per operation, the median of the repetitions\n"
+         "where repeated; set-up and registration are timed inside fresh processes\n\n";
+
+  out << row({{"Conversion between two texts", -44},
+              {"ours, cached", 14},
+              {"UDUNITS-2, parse both", 23},
+              {"ratio", 9},
+              {"target >= 20x", 15}});
+  for (const ConversionPair& pair : kConversionPairs) {
+    double ours = nanoseconds(std::string("BM_CachedConversion/") + pair.name);
+    double peer = nanoseconds(std::string("BM_Udunits_ParseAndConvert/") + pair.name);
+    out << row({{std::string(pair.from) + " -> " + pair.to, -44},
+                {duration(ours), 14},
+                {duration(peer), 23},
+                {ratio(peer, ours), 9},
+                {verdict(ours > 0 && peer > 0, peer >= 20.0 * ours), 15}});
+  }
+
+  out << "(ours: \"fahrenheit\" is deprecated and warns through the host on every use;\n"
+         " \"degree_rankine\" is a user unit the benchmark registers, with no warning)\n";
+
+  out << "\n"
+      << row({{"Conversion, converter from parsed texts", -44},
+              {"ours, cached", 14},
+              {"UDUNITS-2, parsed", 23},
+              {"ratio", 9}});
+  for (const ConversionPair& pair : kConversionPairs) {
+    double ours = nanoseconds(std::string("BM_CachedConversion/") + pair.name);
+    double peer = nanoseconds(std::string("BM_Udunits_ConvertParsedUnits/") + pair.name);
+    out << row({{std::string(pair.from) + " -> " + pair.to, -44},
+                {duration(ours), 14},
+                {duration(peer), 23},
+                {ratio(peer, ours), 9}});
+  }
+
+  out << "\n"
+      << row({{"Conversion with a prepared converter", -44},
+              {"ours", 14},
+              {"UDUNITS-2", 23},
+              {"ratio", 9}});
+  for (const ConversionPair& pair : kConversionPairs) {
+    double ours = nanoseconds(std::string("BM_PreparedConversion/") + pair.name);
+    double peer = nanoseconds(std::string("BM_Udunits_PreparedConverter/") + pair.name);
+    out << row({{std::string(pair.from) + " -> " + pair.to, -44},
+                {duration(ours), 14},
+                {duration(peer), 23},
+                {ratio(peer, ours), 9}});
+  }
+
+  out << "\n"
+      << row({{"First sight of a text", -44},
+              {"ours", 14},
+              {"UDUNITS-2 ut_parse", 23},
+              {"ratio", 9},
+              {"target >= 1x", 15}});
+  for (const char* text : {"short", "long"}) {
+    double ours = nanoseconds(std::string("BM_FirstSight/") + text);
+    double peer = nanoseconds(std::string("BM_Udunits_Parse/") + text);
+    bool targeted = std::string(text) == "short";
+    out << row({{std::string(text) + " text", -44},
+                {duration(ours), 14},
+                {duration(peer), 23},
+                {ratio(peer, ours), 9},
+                {targeted ? verdict(ours > 0 && peer > 0, ours <= peer) : "", 15}});
+  }
+
+  double setup = counter("BM_UnitManagerSetup", "setup_ms");
+  double peerSetup = counter("BM_Udunits_ReadXml", "setup_ms");
+  out << "\n"
+      << row({{"Set-up in a fresh process", -44},
+              {"ours", 14},
+              {"UDUNITS-2 ut_read_xml", 23},
+              {"ratio", 9},
+              {"target < 2 ms", 15}});
+  out << row({{"built-in library", -44},
+              {duration(setup < 0 ? -1.0 : setup * 1e6), 14},
+              {duration(peerSetup < 0 ? -1.0 : peerSetup * 1e6), 23},
+              {ratio(peerSetup, setup), 9},
+              {verdict(setup > 0, setup < 2.0), 15}});
+
+  out << "\n"
+      << row({{"User units, fresh process each", -22},
+              {"n", 6},
+              {"register all", 14},
+              {"per unit", 12},
+              {"unregister one", 16},
+              {"RSS before", 12},
+              {"RSS after", 12},
+              {"target", 8}});
+  for (const char* kind : {"derived", "base"}) {
+    for (int n : {100, 1000, 5000}) {
+      std::string name = std::string("BM_RegisterUserUnits/") + kind + "/" + std::to_string(n);
+      double registerMs = counter(name, "register_ms");
+      double unregisterMs = counter(name, "unregister_ms");
+      double before = counter(name, "rss_before_MiB");
+      double after = counter(name, "rss_after_MiB");
+      bool targeted = std::string(kind) == "derived" && n == 1000;
+      out << row({{kind, -22},
+                  {std::to_string(n), 6},
+                  {duration(registerMs < 0 ? -1.0 : registerMs * 1e6), 14},
+                  {duration(registerMs < 0 ? -1.0 : registerMs * 1e6 / n), 12},
+                  {duration(unregisterMs < 0 ? -1.0 : unregisterMs * 1e6), 16},
+                  {mebibytes(before), 12},
+                  {mebibytes(after), 12},
+                  {targeted ? verdict(registerMs > 0 && unregisterMs > 0,
+                                      registerMs < 500.0 && unregisterMs < 5.0)
+                            : "",
+                   8}});
+    }
+  }
+  out << "\nTargets for 1,000 derived units: register all < 0.5 s, unregister one < 5 ms.\n";
+}
+
+}  // namespace twbench

@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "units/CompositionCache.hpp"
+
+namespace TwUnits {
+namespace {
+
+// A composition told apart by its multiplier.
+std::unique_ptr<UnitComposition> tagged(double tag) {
+  auto composition = std::make_unique<UnitComposition>();
+  composition->setMultiplier(tag);
+  return composition;
+}
+
+double tagOf(const UnitComposition* composition) {
+  return composition == nullptr ? -1.0 : composition->getMultiplier();
+}
+
+TEST(CompositionCache, FindInsertAssignErase) {
+  CompositionCache cache;
+  EXPECT_EQ(cache.find("meter"), nullptr);
+  UnitComposition* meter = cache.insert("meter", tagged(1.0));
+  EXPECT_EQ(cache.find("meter"), meter);
+  EXPECT_TRUE(cache.contains("meter"));
+  EXPECT_FALSE(cache.contains("meters"));
+  EXPECT_FALSE(cache.contains("mete"));
+
+  EXPECT_EQ(cache.insert("meter", tagged(2.0)), meter) << "insert keeps the stored composition";
+  EXPECT_EQ(tagOf(cache.find("meter")), 1.0);
+  EXPECT_EQ(tagOf(cache.assign("meter", tagged(3.0))), 3.0) << "assign replaces it";
+  EXPECT_EQ(tagOf(cache.find("meter")), 3.0);
+  EXPECT_EQ(tagOf(cache.assign("second", tagged(4.0))), 4.0) << "assign inserts a new text";
+  EXPECT_EQ(cache.size(), 2u);
+
+  EXPECT_TRUE(cache.erase("meter"));
+  EXPECT_FALSE(cache.erase("meter"));
+  EXPECT_EQ(cache.find("meter"), nullptr);
+  EXPECT_EQ(tagOf(cache.find("second")), 4.0);
+  EXPECT_EQ(cache.size(), 1u);
+}
+
+TEST(CompositionCache, TextsDifferingInOneByteOrInLengthAreDistinct) {
+  // Every length up to two words, so each way of reading a tail is used.
+  const std::string texts[] = {"",
+                               "a",
+                               "ab",
+                               "abc",
+                               "abcd",
+                               "abcde",
+                               "abcdef",
+                               "abcdefg",
+                               "abcdefgh",
+                               "abcdefghi",
+                               "abcdefghij",
+                               "kilogram/(meter*second^2)",
+                               "kilogram/(meter*second^3)",
+                               "kilogram/(meter*second^2) ",
+                               "\tkilogram/(meter*second^2)",
+                               "b",
+                               "ba",
+                               "abd"};
+  CompositionCache cache;
+  double tag = 0.0;
+  for (const std::string& text : texts) cache.insert(text, tagged(++tag));
+  tag = 0.0;
+  for (const std::string& text : texts) {
+    SCOPED_TRACE("'" + text + "'");
+    EXPECT_EQ(tagOf(cache.find(text)), ++tag);
+  }
+}
+
+TEST(CompositionCache, EraseIfAndForEachSeeEveryCompositionOnce) {
+  CompositionCache cache;
+  for (int i = 0; i < 1000; ++i) cache.insert("unit" + std::to_string(i), tagged(i));
+  int visits = 0;
+  double sum = 0.0;
+  cache.forEach([&](UnitComposition& composition) {
+    ++visits;
+    sum += composition.getMultiplier();
+  });
+  EXPECT_EQ(visits, 1000);
+  EXPECT_EQ(sum, 999.0 * 1000.0 / 2.0);
+
+  // Odd tags go, including entries moved into a freed place during the sweep.
+  cache.eraseIf([](const UnitComposition& c) { return static_cast<int>(c.getMultiplier()) % 2; });
+  EXPECT_EQ(cache.size(), 500u);
+  for (int i = 0; i < 1000; ++i) {
+    SCOPED_TRACE(i);
+    EXPECT_EQ(tagOf(cache.find("unit" + std::to_string(i))), i % 2 ? -1.0 : i);
+  }
+}
+
+// Random inserts, assigns and erases against std::map as the model, through many
+// growths and probe runs broken by erasures.
+TEST(CompositionCache, AgreesWithAnOrderedMapThroughRandomChanges) {
+  std::mt19937 random(12345);
+  std::uniform_int_distribution<int> pickText(0, 3000);
+  std::uniform_int_distribution<int> pickOperation(0, 9);
+  CompositionCache cache;
+  std::map<std::string, double> model;
+  for (int step = 0; step < 40000; ++step) {
+    std::string text = "t" + std::to_string(pickText(random));
+    int operation = pickOperation(random);
+    if (operation < 5) {
+      cache.insert(text, tagged(step));
+      model.emplace(text, step);
+    } else if (operation < 7) {
+      cache.assign(text, tagged(step));
+      model[text] = step;
+    } else if (operation < 9) {
+      EXPECT_EQ(cache.erase(text), model.erase(text) == 1);
+    } else {
+      int remainder = step % 7;
+      cache.eraseIf([remainder](const UnitComposition& c) {
+        return static_cast<int>(c.getMultiplier()) % 7 == remainder;
+      });
+      for (auto entry = model.begin(); entry != model.end();) {
+        entry = static_cast<int>(entry->second) % 7 == remainder ? model.erase(entry)
+                                                                 : std::next(entry);
+      }
+    }
+    ASSERT_EQ(cache.size(), model.size()) << "step " << step;
+  }
+  for (int i = 0; i <= 3000; ++i) {
+    std::string text = "t" + std::to_string(i);
+    auto expected = model.find(text);
+    ASSERT_EQ(tagOf(cache.find(text)), expected == model.end() ? -1.0 : expected->second) << text;
+  }
+}
+
+}  // namespace
+}  // namespace TwUnits
