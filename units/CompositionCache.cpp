@@ -23,28 +23,6 @@ std::uint64_t mix(std::uint64_t value) {
   return value ^ (value >> 32);
 }
 
-// Texts of up to 16 bytes compare as two overlapping words (or bytes), without a
-// call to memcmp; unit names are short.
-bool sameText(const std::string& a, const std::string& b) {
-  std::size_t length = a.size();
-  if (length != b.size()) return false;
-  const char* x = a.data();
-  const char* y = b.data();
-  auto equalAt = [x, y](std::size_t offset, std::size_t width) {
-    std::uint64_t p = 0, q = 0;
-    std::memcpy(&p, x + offset, width);
-    std::memcpy(&q, y + offset, width);
-    return p == q;
-  };
-  if (length >= 8) {
-    if (length > 16) return std::memcmp(x, y, length) == 0;
-    return equalAt(0, 8) && equalAt(length - 8, 8);
-  }
-  if (length >= 4) return equalAt(0, 4) && equalAt(length - 4, 4);
-  return length == 0 ||
-         (x[0] == y[0] && x[length / 2] == y[length / 2] && x[length - 1] == y[length - 1]);
-}
-
 }  // namespace
 
 CompositionCache::CompositionCache() : slots_(kInitialSlots, kEmpty), mask_(kInitialSlots - 1) {}
@@ -86,7 +64,7 @@ std::size_t CompositionCache::slotOf(const std::string& text, std::uint64_t hash
     if (held == kEmpty) return slot;
     if (((held ^ hash) & ~kIndexBits) != 0) continue;
     const Entry& entry = entries_[entryIndex(held)];
-    if (entry.hash == hash && sameText(entry.text, text)) return slot;
+    if (entry.hash == hash && entry.text == text) return slot;
   }
 }
 
@@ -102,6 +80,20 @@ UnitComposition* CompositionCache::find(const std::string& text) const {
   return held == kEmpty ? nullptr : entries_[entryIndex(held)].composition.get();
 }
 
+std::pair<UnitComposition*, const UnitRepresentationApi*> CompositionCache::lookup(
+    const std::string& text) const {
+  std::uint64_t held = slots_[slotOf(text, hashOf(text))];
+  if (held == kEmpty) return {nullptr, nullptr};
+  const Entry& entry = entries_[entryIndex(held)];
+  return {entry.composition.get(), entry.unit};
+}
+
+void CompositionCache::setUnit(const std::string& text, const UnitRepresentationApi* unit) {
+  std::uint64_t held = slots_[slotOf(text, hashOf(text))];
+  assert(held != kEmpty && "a unit's name has an entry");
+  entries_[entryIndex(held)].unit = unit;
+}
+
 UnitComposition* CompositionCache::insert(const std::string& text,
                                           std::unique_ptr<UnitComposition> composition) {
   std::uint64_t hash = hashOf(text);
@@ -112,7 +104,7 @@ UnitComposition* CompositionCache::insert(const std::string& text,
     grow();
     slot = slotOf(text, hash);
   }
-  entries_.push_back(Entry{text, std::move(composition), hash});
+  entries_.push_back(Entry{text, std::move(composition), hash, nullptr});
   slots_[slot] = slotValue(entries_.size() - 1, hash);
   return entries_.back().composition.get();
 }
@@ -123,6 +115,7 @@ UnitComposition* CompositionCache::assign(const std::string& text,
   if (held == kEmpty) return insert(text, std::move(composition));
   Entry& entry = entries_[entryIndex(held)];
   entry.composition = std::move(composition);
+  entry.unit = nullptr;
   return entry.composition.get();
 }
 

@@ -24,6 +24,8 @@
 
 namespace TwUnits {
 
+class UnitRepresentationApi;
+
 class CompositionCache {
  public:
   CompositionCache();
@@ -33,6 +35,11 @@ class CompositionCache {
 
   // The text's composition (the cache keeps it), or null.
   UnitComposition* find(const std::string& text) const;
+  // The text's composition and, when the text is a registered unit's name, that unit;
+  // nulls when the text has no entry.
+  std::pair<UnitComposition*, const UnitRepresentationApi*> lookup(const std::string& text) const;
+  // Records the registered unit whose name the text is; the text must have an entry.
+  void setUnit(const std::string& text, const UnitRepresentationApi* unit);
   bool contains(const std::string& text) const { return find(text) != nullptr; }
   // Stores the composition under a text that has none and returns it; when the text
   // has one already, keeps that, frees the new one and returns the kept one.
@@ -54,6 +61,7 @@ class CompositionCache {
     std::string text;
     std::unique_ptr<UnitComposition> composition;
     std::uint64_t hash;
+    const UnitRepresentationApi* unit = nullptr;
   };
   // A slot holds the entry's index + 1 in its low half and the high half of the
   // entry's hash in its high half, so that most mismatches need no visit to the entry.

@@ -45,10 +45,10 @@ UnitConverterManager::~UnitConverterManager() = default;
 
 const UnitConverter& UnitConverterManager::tableEntry(int quantity, int fromUnit,
                                                       int toUnit) const {
+  // The table is always as many units square as the registry counts for the quantity.
   const ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
-  checkUnitIndexes(unitCountOf(quantity), fromUnit, toUnit);
-  const auto& entry =
-      table.at(static_cast<std::size_t>(fromUnit)).at(static_cast<std::size_t>(toUnit));
+  checkUnitIndexes(static_cast<int>(table.size()), fromUnit, toUnit);
+  const auto& entry = table[static_cast<std::size_t>(fromUnit)][static_cast<std::size_t>(toUnit)];
   return entry ? *entry : *identity_;
 }
 

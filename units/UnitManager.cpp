@@ -32,12 +32,6 @@ constexpr int kTimeIndex = 3;
 constexpr int kTemperatureIndex = 4;
 constexpr int kDimensionlessIndex = PhysicalQuantityManager::kDimensionlessIndex;
 const UnitManager::UnitAddress kNoUnit{-1, -1};
-constexpr std::size_t kHiddenUnitsScanLimit = 16;
-
-// The bit of a hidden unit name's length; every length from 63 on shares the last bit.
-std::uint64_t lengthBit(const std::string& name) {
-  return std::uint64_t{1} << std::min<std::size_t>(name.size(), 63);
-}
 
 template <typename List>
 auto& at(List& lists, int index) {
@@ -102,7 +96,6 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
   addresses_[name] = {quantity, index};
   at(definitions_, quantity)
       .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
-  if (!libraryVisible) addHiddenUnit(at(definitions_, quantity).back().get());
   // "dimensionless" is the empty composition; every other base unit is itself.
   UnitComposition composition;
   if (quantity != kDimensionlessIndex) {
@@ -110,6 +103,7 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
         UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
   }
   cache_.assign(name, std::make_unique<UnitComposition>(composition));
+  cache_.setUnit(name, at(definitions_, quantity).back().get());
   at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(composition));
 }
 
@@ -385,42 +379,18 @@ const UnitComposition* UnitManager::getCachedComposition(const std::string& text
 }
 
 UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
-  UnitComposition* composition = cache_.find(text);
+  auto [composition, unit] = cache_.lookup(text);
   if (composition == nullptr) {
     std::unique_ptr<UnitComposition> parsed(
         QuantityStringParser::Instance()->createUnitCompFromString(text));
     composition = cache_.insert(text, std::move(parsed));
   }
-  if (namesHiddenUnit(text)) issueWarning(errors::Deprecation, text);
+  // A registered unit's name has an entry that knows the unit.
+  if (unit != nullptr && !unit->getLibraryVisible()) issueWarning(errors::Deprecation, text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
   quantities_->registerAnonymousPQ(composition);
   composition->markQuantityStale();
   return composition;
-}
-
-bool UnitManager::namesHiddenUnit(const std::string& text) const {
-  if ((hiddenNameLengths_ & lengthBit(text)) == 0) return false;
-  // Usually only the built-in deprecated temperatures: comparing a few names is
-  // cheaper than hashing the text a second time. Many go by the name index.
-  if (hiddenUnits_.size() > kHiddenUnitsScanLimit) {
-    const UnitRepresentation* unit = getUnitRepresentation(text);
-    return unit && !unit->getLibraryVisible();
-  }
-  return std::any_of(hiddenUnits_.begin(), hiddenUnits_.end(),
-                     [&text](const UnitRepresentation* unit) { return unit->getName() == text; });
-}
-
-void UnitManager::addHiddenUnit(const UnitRepresentation* definition) {
-  hiddenUnits_.push_back(definition);
-  hiddenNameLengths_ |= lengthBit(definition->getName());
-}
-
-void UnitManager::removeHiddenUnit(const UnitRepresentation* definition) {
-  hiddenUnits_.erase(std::remove(hiddenUnits_.begin(), hiddenUnits_.end(), definition),
-                     hiddenUnits_.end());
-  hiddenNameLengths_ = 0;
-  for (const UnitRepresentation* unit : hiddenUnits_)
-    hiddenNameLengths_ |= lengthBit(unit->getName());
 }
 
 bool UnitManager::errForInvalidUnitComposition(const std::string& text) {
@@ -548,7 +518,7 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   at(unitNames_, quantity).push_back(name);
   addresses_[name] = {quantity, index};
   at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
-  if (!definition->getLibraryVisible()) addHiddenUnit(definition);
+  cache_.setUnit(name, definition);
 
   if (quantity <= kLastBaseQuantity) {
     // The definition is rewritten in base units: its composition string becomes the
@@ -628,7 +598,6 @@ void UnitManager::unregisterUnit(const std::string& name) {
   --at(unitCounts_, quantity);
   quantityOfUnit_.erase(name);
   addresses_.erase(name);
-  removeHiddenUnit(definition);
   auto& definitions = at(definitions_, quantity);
   definitions.erase(definitions.begin() + index);
   shiftUnitIndexes(quantity, index);

@@ -188,9 +188,6 @@ class UnitManager {
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
   void shiftUnitIndexes(int quantity, int removedUnit);
   void markCompositionsStale();
-  bool namesHiddenUnit(const std::string& text) const;
-  void addHiddenUnit(const UnitRepresentation* definition);
-  void removeHiddenUnit(const UnitRepresentation* definition);
   std::string unitName(int quantity, int index) const;
 
   std::unique_ptr<UnitManagerData> data_;
@@ -216,8 +213,6 @@ class UnitManager {
   // The registered definitions that are not library visible, whose names warn on
   // every use, in order of registration; and a bit per length of their names (the
   // last bit for every longer one), so that most texts need no comparison at all.
-  std::vector<const UnitRepresentation*> hiddenUnits_;
-  std::uint64_t hiddenNameLengths_ = 0;
 };
 
 }  // namespace TwUnits
