@@ -101,6 +101,8 @@ CParseTree::~CParseTree() = default;
 void CParseTree::init(bool /*flag*/) {
   std::vector<std::string> output;
   std::vector<char> pending;  // operators and '(' not yet output
+  output.reserve(16);         // unit compositions are short: one allocation each
+  pending.reserve(16);
   bool expectOperand = true;
   std::size_t pos = 0;
   const std::size_t size = text_.size();
