@@ -39,8 +39,10 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // Consumes one unsigned literal at p; returns the position after it, or null.
 const char* scanUnsignedLiteral(const char* p) {
-  for (const char* word : {"inf", "nan"}) {
-    if (strncasecmp(p, word, 3) == 0) return p + 3;
+  if (*p == 'i' || *p == 'I' || *p == 'n' || *p == 'N') {
+    for (const char* word : {"inf", "nan"}) {
+      if (strncasecmp(p, word, 3) == 0) return p + 3;
+    }
   }
   const char* start = p;
   while (isDigit(*p)) ++p;

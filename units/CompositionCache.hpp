@@ -15,6 +15,7 @@
 //   cache.find("meter");                                  // null
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <utility>
@@ -75,7 +76,7 @@ class CompositionCache {
   void eraseEntry(std::size_t index);
   void grow();
 
-  std::vector<Entry> entries_;
+  std::deque<Entry> entries_;  // never moved as it grows
   std::vector<std::uint64_t> slots_;
   std::size_t mask_;
 };

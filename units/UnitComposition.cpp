@@ -35,25 +35,15 @@ std::vector<std::pair<std::string, int>> countByName(const UnitComposition::Unit
   return {counts.begin(), counts.end()};
 }
 
-// Each unit `times` times in a row, in the units' order; none for 0. Copies go in just
-// before the next original unit, so the existing nodes stay.
-void repeatInPlace(UnitComposition::UnitSet& units, int times) {
-  if (times == 0) {
-    units.clear();
-    return;
-  }
-  for (auto unit = units.begin(); unit != units.end();) {
-    auto next = std::next(unit);
-    for (int i = 1; i < times; ++i) units.insert(next, *unit);
-    unit = next;
-  }
-}
-
 }  // namespace
 
 UnitComposition::UnitComposition() = default;
 
 UnitComposition::UnitComposition(const UnitSet& numerator, const UnitSet& denominator)
+    : numerator_(numerator), denominator_(denominator) {}
+
+UnitComposition::UnitComposition(const std::multiset<UnitBase>& numerator,
+                                 const std::multiset<UnitBase>& denominator)
     : numerator_(numerator), denominator_(denominator) {}
 
 UnitComposition::UnitComposition(const UnitBase& unit) { numerator_.insert(unit); }
@@ -122,7 +112,7 @@ UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
 }
 
 // merge() places each moved unit where insert() would put a copy (after the units
-// equal to it, in the other's order), so both forms give the same sequence.
+// equivalent to it, in the other's order), so both forms give the same sequence.
 UnitComposition& UnitComposition::operator*=(UnitComposition&& other) {
   if (&other == this) return *this *= static_cast<const UnitComposition&>(other);
   numerator_.merge(other.numerator_);
@@ -147,8 +137,8 @@ UnitComposition& UnitComposition::operator^=(int n) {
   quantityStale_ = true;
   if (n < 0) std::swap(numerator_, denominator_);
   int times = n < 0 ? -n : n;
-  repeatInPlace(numerator_, times);
-  repeatInPlace(denominator_, times);
+  numerator_.repeat(times);
+  denominator_.repeat(times);
   multiplier_ = std::pow(multiplier_, n);
   return *this;
 }
@@ -278,19 +268,6 @@ UnitCompositionApi::MakeupVectors UnitComposition::getUnitMakeupVectors() const 
   return result;
 }
 
-namespace {
-
-// The same units in the same order, each rewritten by `rewrite`, which must keep
-// the order.
-template <typename Rewrite>
-UnitComposition::UnitSet rewritten(const UnitComposition::UnitSet& units, Rewrite rewrite) {
-  UnitComposition::UnitSet result;
-  for (const UnitBase& unit : units) result.insert(result.end(), rewrite(unit));
-  return result;
-}
-
-}  // namespace
-
 void UnitComposition::shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit) {
   auto later = [&](const UnitBase& unit) {
     return static_cast<int>(unit.getPQIdx()) == quantityIndex &&
@@ -304,8 +281,8 @@ void UnitComposition::shiftUnitIndexesAfterRemoval(int quantityIndex, int remove
     return later(unit) ? UnitBase(unit.getPQIdx(), unit.getUnitIdx() - 1, unit.getPrefixIdx())
                        : unit;
   };
-  numerator_ = rewritten(numerator_, shift);
-  denominator_ = rewritten(denominator_, shift);
+  numerator_.rewrite(shift);
+  denominator_.rewrite(shift);
 }
 
 void UnitComposition::shiftPrefixIndexesAfterRemoval(int removedPrefix) {
@@ -318,8 +295,8 @@ void UnitComposition::shiftPrefixIndexesAfterRemoval(int removedPrefix) {
     return later(unit) ? UnitBase(unit.getPQIdx(), unit.getUnitIdx(), unit.getPrefixIdx() - 1)
                        : unit;
   };
-  numerator_ = rewritten(numerator_, shift);
-  denominator_ = rewritten(denominator_, shift);
+  numerator_.rewrite(shift);
+  denominator_.rewrite(shift);
 }
 
 std::ostream& operator<<(std::ostream& out, const UnitComposition& composition) {

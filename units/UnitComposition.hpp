@@ -21,6 +21,7 @@
 #include "units/QuantityDimension.hpp"
 #include "units/UnitBase.hpp"
 #include "units/UnitCompositionApi.hpp"
+#include "units/UnitMultiset.hpp"
 
 namespace TwUnits {
 
@@ -28,11 +29,13 @@ class UnitSystemApi;
 
 class UnitComposition : public UnitCompositionApi {
  public:
-  using UnitSet = std::multiset<UnitBase>;
+  using UnitSet = UnitMultiset;
 
   // The empty composition, "dimensionless": multiplier 1.0.
   UnitComposition();
   UnitComposition(const UnitSet& numerator, const UnitSet& denominator);
+  UnitComposition(const std::multiset<UnitBase>& numerator,
+                  const std::multiset<UnitBase>& denominator);
   explicit UnitComposition(const UnitBase& unit);
   UnitComposition(const UnitComposition& other) = default;
   UnitComposition& operator=(const UnitComposition& other) = default;

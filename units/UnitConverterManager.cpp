@@ -181,9 +181,8 @@ UnitConverter* UnitConverterManager::getQuantityUnitConverter(int, UnitCompositi
 
 namespace UCMNamespace {
 
-void iterateBaseForMultOffset(const std::multiset<UnitBase>& from,
-                              const std::multiset<UnitBase>& to, double& multiplier, double& offset,
-                              int count, bool numerator) {
+void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, double& multiplier,
+                              double& offset, int count, bool numerator) {
   UnitConverterManager* converters = UnitConverterManager::Instance();
   auto a = from.begin();
   for (auto b = to.begin(); b != to.end() && a != from.end(); ++a, ++b) {

@@ -12,12 +12,12 @@
 //   c->doConversion(1.0);   // 1609.344
 
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "units/UnitConverter.hpp"
 #include "units/UnitConverterManagerApi.hpp"
+#include "units/UnitMultiset.hpp"
 
 namespace TwUnits {
 
@@ -97,12 +97,11 @@ namespace UCMNamespace {
 inline void mult(double& value, double factor) { value *= factor; }
 inline void div(double& value, double divisor) { value /= divisor; }
 
-// Pairs the units of two multisets position by position (same base quantity by
+// Pairs the units of two unit sets position by position (same base quantity by
 // construction) and folds each pair's table converter and prefixes into multiplier
 // and offset; `numerator` tells which side of the compositions they are.
-void iterateBaseForMultOffset(const std::multiset<UnitBase>& from,
-                              const std::multiset<UnitBase>& to, double& multiplier, double& offset,
-                              int count, bool numerator);
+void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, double& multiplier,
+                              double& offset, int count, bool numerator);
 
 }  // namespace UCMNamespace
 
