@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <sstream>
 
@@ -81,6 +82,15 @@ TEST_F(Composition, ProductsQuotientsAndPowersNeverCancel) {
   UnitComposition ratio = of({kMeter});
   ratio /= ratio;
   EXPECT_NE(ratio, UnitComposition()) << "meter/meter keeps both units until cancelled";
+}
+
+TEST_F(Composition, TheLowestIntPowerOfNothingIsNothing) {
+  // The magnitude of INT_MIN does not fit an int; the sanitizer build caught its negation.
+  UnitComposition nothing;
+  nothing ^= std::numeric_limits<int>::min();
+  EXPECT_EQ(nothing, UnitComposition());
+  EXPECT_EQ(parse("dimensionless^-2147483648").getCompositionString(), "dimensionless");
+  EXPECT_EQ(parse("meter^0^-2147483648").getCompositionString(), "dimensionless");
 }
 
 TEST_F(Composition, EqualityComparesPrefixesAndMultipliersWithinTolerance) {

@@ -34,10 +34,10 @@ std::vector<std::pair<std::string, int>> countByName(const UnitComposition::Unit
   return {counts.begin(), counts.end()};
 }
 
-UnitComposition::UnitSet repeated(const UnitComposition::UnitSet& units, int times) {
+UnitComposition::UnitSet repeated(const UnitComposition::UnitSet& units, long long times) {
   UnitComposition::UnitSet result;
   for (const UnitBase& unit : units) {
-    for (int i = 0; i < times; ++i) result.insert(result.end(), unit);
+    for (long long i = 0; i < times; ++i) result.insert(result.end(), unit);
   }
   return result;
 }
@@ -120,7 +120,8 @@ UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
 UnitComposition& UnitComposition::operator^=(int n) {
   quantityStale_ = true;
   if (n < 0) std::swap(numerator_, denominator_);
-  int times = n < 0 ? -n : n;
+  // In long long: the magnitude of INT_MIN does not fit an int.
+  long long times = std::llabs(n);
   numerator_ = repeated(numerator_, times);
   denominator_ = repeated(denominator_, times);
   multiplier_ = std::pow(multiplier_, n);
