@@ -259,6 +259,27 @@ TEST_F(UnitRegistry, RemovalReindexesLaterUnitsSoConversionsStayTheSame) {
   EXPECT_UNIT_ERROR_ID(convert("furlong", "meter"), "Unit:NotFound");
 }
 
+TEST_F(UnitRegistry, CachedTextsNamingAUnitFollowItsRedefinitionAndRemoval) {
+  // Found by the registry model test: texts verified before a redefinition kept the old
+  // value, and after a removal still converted.
+  add("furlong", "meter", 201.168);
+  add("fortnight", "day", 14.0);
+  EXPECT_DOUBLE_EQ(convert("kilofurlong", "meter"), 201168.0);
+  EXPECT_DOUBLE_EQ(convert("furlong/fortnight", "meter/day"), 201.168 / 14.0);
+  WarningCapture quiet;
+  add("furlong", "meter", 200.0);
+  EXPECT_DOUBLE_EQ(convert("kilofurlong", "meter"), 200000.0);
+  EXPECT_DOUBLE_EQ(convert("furlong/fortnight", "meter/day"), 200.0 / 14.0);
+  units->unregisterUnit("fortnight");
+  EXPECT_EQ(units->getCachedComposition("furlong/fortnight"), nullptr);
+  EXPECT_UNIT_ERROR(convert("furlong/fortnight", "meter/day"), "Unit:NotFound",
+                    "Referenced unit 'fortnight' does not exist.");
+  units->unregisterUnit("furlong");
+  EXPECT_UNIT_ERROR(convert("kilofurlong", "meter"), "Unit:NotFound",
+                    "Referenced unit 'furlong' does not exist.");
+  EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1000.0) << "other texts stay";
+}
+
 TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
   add("chain", "meter", 20.1168);
   struct Case {

@@ -593,8 +593,14 @@ void UnitManager::unregisterUnit(const std::string& name) {
   auto& compositions = at(compositions_, quantity);
   compositions.erase(compositions.begin() + index);
   cache_.erase(name);
+  // A cached text that names the unit ("kilofurlong", "furlong/hour") was resolved with
+  // this definition; kept, it would outlive the unit and survive its redefinition.
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
   for (auto entry = cache_.begin(); entry != cache_.end();) {
-    entry = entry->second->containsUnit(quantity, index) ? cache_.erase(entry) : std::next(entry);
+    const bool stale =
+        entry->second->containsUnit(quantity, index) ||
+        (addresses_.count(entry->first) == 0 && parser->doesStringContainUnit(entry->first, name));
+    entry = stale ? cache_.erase(entry) : std::next(entry);
   }
   --at(unitCounts_, quantity);
   quantityOfUnit_.erase(name);
