@@ -307,6 +307,31 @@ TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
   }
 }
 
+TEST_F(UnitRegistry, AnOffsetIsWrittenAgainstTheUnitNamedAsTheComposition) {
+  // Found by the registry model test: a unit defined on a user temperature unit lost that
+  // unit's offset and applied its own offset unscaled.
+  WarningCapture quiet;
+  add("mycelsius", "kelvin", 1.0, 273.15);
+  add("myfahrenheit", "mycelsius", 5.0 / 9.0, -160.0 / 9.0);
+  add("halfcelsius", "mycelsius", 0.5, 10.0);
+  add("fromfahrenheit", "fahrenheit", 2.0, 1.0);
+  struct Case {
+    const char* from;
+    double value;
+    const char* to;
+    double expected;
+  } cases[] = {
+      {"mycelsius", 100.0, "kelvin", 373.15},      {"myfahrenheit", 212.0, "kelvin", 373.15},
+      {"myfahrenheit", 98.6, "fahrenheit", 98.6},  {"kelvin", 273.15, "myfahrenheit", 32.0},
+      {"halfcelsius", 20.0, "celsius", 20.0},      {"halfcelsius", 20.0, "myfahrenheit", 68.0},
+      {"fromfahrenheit", 5.0, "fahrenheit", 11.0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.from + std::string(" -> ") + c.to);
+    EXPECT_NEAR(convert(c.from, c.to, c.value), c.expected, 1e-9);
+  }
+}
+
 TEST_F(UnitRegistry, ConvertAppliesPrefixesAndMultipliers) {
   EXPECT_DOUBLE_EQ(convert("millimole", "mole"), 1e-3);
   EXPECT_DOUBLE_EQ(convert("calorie", "joule"), 4.1868);

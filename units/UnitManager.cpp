@@ -539,6 +539,10 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
         cache_.erase(compositionText);
     }
     definition->setMultiplier(definition->getMultiplier() * expansionMultiplier);
+    // An offset is written against the unit named as the composition; stored against the
+    // reference unit, it takes in that unit's multiplier and offset as well.
+    if (const UnitRepresentation* written = getUnitRepresentation(compositionText))
+      definition->setOffset(expansionMultiplier * definition->getOffset() + written->getOffset());
     const UnitBase& reference = *composition->getNumerator().begin();
     double toReference = definition->getMultiplier();
     if (reference.getPrefixIdx() != -1)
