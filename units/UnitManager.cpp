@@ -652,6 +652,26 @@ void UnitManager::notifyPhysicalQuantityAdded(const QuantityDimensionApi*) {
   appendQuantityLists();
 }
 
+void UnitManager::verifyQuantityRemoval(int quantity) const {
+  // The quantity's units go from the last to the first, and a unit of the quantity only
+  // ever uses earlier ones: only a unit of another quantity can refuse. The first one the
+  // removal would meet is named.
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  for (int u = static_cast<int>(getNumUnits(quantity)) - 1; u >= 0; --u) {
+    const std::string name = unitName(quantity, u);
+    for (int q = 0; q < getNumQuantityLists(); ++q) {
+      if (q == quantity) continue;
+      for (int other = 0; other < static_cast<int>(at(definitions_, q).size()); ++other) {
+        if (getUnitComposition(q, other)->containsUnit(quantity, u) ||
+            parser->doesStringContainUnit(getUnitRepresentation(q, other)->getCompositionString(),
+                                          name)) {
+          raiseError(errors::BeingUsed, unitName(q, other));
+        }
+      }
+    }
+  }
+}
+
 void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*,
                                                 unsigned long removed) {
   int quantity = static_cast<int>(removed);
