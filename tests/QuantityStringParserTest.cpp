@@ -137,6 +137,10 @@ TEST_F(Parser, ContainmentLooksThroughPrefixes) {
   EXPECT_FALSE(parser->doesStringContainUnit("meter^2", "2"));
   EXPECT_FALSE(parser->doesStringContainUnit("meter*(", "meter"))
       << "a text that does not parse names nothing";
+  EXPECT_TRUE(parser->doesStringContainPrefix("mole/millisecond^2", "milli"));
+  EXPECT_FALSE(parser->doesStringContainPrefix("mole/millisecond^2", "micro"));
+  EXPECT_FALSE(parser->doesStringContainPrefix("mile", "milli"));
+  EXPECT_FALSE(parser->doesStringContainPrefix("millimeter*(", "milli"));
 }
 
 TEST_F(Parser, MakeupListsUnitsAsWrittenWithNetExponents) {

@@ -427,6 +427,20 @@ TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPrefixes) {
   EXPECT_UNIT_ERROR_ID(convert("myriameter", "meter"), "Unit:NotFound");
 }
 
+TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) {
+  // Found by the registry model test: "myriahertz" still converted after "myria" was gone.
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
+  EXPECT_DOUBLE_EQ(convert("myriahertz", "hertz"), 1e4);
+  EXPECT_DOUBLE_EQ(convert("myriahertz*second", "dimensionless"), 1e4);
+  prefixes->unregisterPrefix("myria");
+  EXPECT_EQ(units->getCachedComposition("myriahertz"), nullptr);
+  EXPECT_UNIT_ERROR(convert("myriahertz", "hertz"), "Unit:NotFound",
+                    "Referenced unit 'myriahertz' does not exist.");
+  EXPECT_UNIT_ERROR_ID(convert("myriahertz*second", "dimensionless"), "Unit:NotFound");
+  EXPECT_DOUBLE_EQ(convert("hertz", "1/second"), 1.0);
+}
+
 TEST_F(UnitRegistry, UnitSystemCompositions) {
   std::pair<double, double> factor{-1, -1};
   std::unique_ptr<UnitComposition> inMks(units->createUnitCompApiForUnitSystem(

@@ -309,8 +309,10 @@ void QuantityStringParser::handlePlusMinusOnQD(QuantityStack&) const {
 
 // ---- Containment ----
 
-bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
-                                                 const std::string& unitName) const {
+namespace {
+
+// The tokens of the text; none when it does not parse.
+std::vector<std::string> tokensOf(const std::string& composition) {
   CParseTree tree(composition.c_str());
   try {
     tree.init(false);
@@ -319,10 +321,28 @@ bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
   }
   std::vector<std::string> tokens;
   tree.postFix(tokens);
+  return tokens;
+}
+
+}  // namespace
+
+bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
+                                                 const std::string& unitName) const {
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-  for (const std::string& token : tokens) {
+  for (const std::string& token : tokensOf(composition)) {
     std::string unit = prefixes->stripPrefixFromSingleUnit(token);
     if (getTokenEnum(unit) == NAME && unit == unitName) return true;
+  }
+  return false;
+}
+
+bool QuantityStringParser::doesStringContainPrefix(const std::string& composition,
+                                                   const std::string& prefixName) const {
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  for (const std::string& token : tokensOf(composition)) {
+    std::string rest = token, stripped;
+    prefixes->stripPrefixAndGetMultiplier(rest, stripped);
+    if (getTokenEnum(token) == NAME && stripped == prefixName) return true;
   }
   return false;
 }

@@ -633,8 +633,14 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   int prefixIndex = prefixes_->getPrefixIndex(prefix->getName());
   UnitAddress user = getUnitIfPrefixUsedInComposition(prefixIndex);
   if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
+  // A cached text that wrote the prefix is stale even where the prefix went into its
+  // multiplier ("myriahertz": hertz has no unit to carry it).
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
   for (auto entry = cache_.begin(); entry != cache_.end();) {
-    entry = entry->second->containsPrefix(prefixIndex) ? cache_.erase(entry) : std::next(entry);
+    const bool stale = entry->second->containsPrefix(prefixIndex) ||
+                       (addresses_.count(entry->first) == 0 &&
+                        parser->doesStringContainPrefix(entry->first, prefix->getName()));
+    entry = stale ? cache_.erase(entry) : std::next(entry);
   }
   // Later prefixes are about to move down one index; compositions follow them.
   auto shifted = [prefixIndex](UnitComposition& composition) {
