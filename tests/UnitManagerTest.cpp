@@ -441,6 +441,21 @@ TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) 
   EXPECT_DOUBLE_EQ(convert("hertz", "1/second"), 1.0);
 }
 
+TEST_F(UnitRegistry, ANewPrefixReadsTheCachedTextsItBeginsAnew) {
+  // Found by the registry model test: a text verified before a prefix that sorts first was
+  // registered kept its old reading, while the same text verified afterwards did not.
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
+  EXPECT_DOUBLE_EQ(convert("myriameter/second", "meter/second"), 1e4);
+  EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1e3);
+  prefixes->registerPrefix(new UnitPrefix("my", 5, ""));
+  EXPECT_EQ(units->getCachedComposition("myriameter/second"), nullptr);
+  EXPECT_UNIT_ERROR(convert("myriameter/second", "meter/second"), "Unit:NotFound",
+                    "Referenced unit 'riameter' does not exist.");
+  EXPECT_DOUBLE_EQ(convert("mymeter", "meter"), 1e5);
+  EXPECT_NE(units->getCachedComposition("kilometer"), nullptr) << "other texts stay";
+}
+
 TEST_F(UnitRegistry, UnitSystemCompositions) {
   std::pair<double, double> factor{-1, -1};
   std::unique_ptr<UnitComposition> inMks(units->createUnitCompApiForUnitSystem(

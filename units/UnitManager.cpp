@@ -213,6 +213,8 @@ void UnitManager::registerInternalListeners() {
       boost::bind(&UnitManager::notifyPhysicalQuantityRemoved, this, _1, _2));
   prefixes_->addUnitPrefixUnregisteredListener(
       boost::bind(&UnitManager::notifyPrefixBeingRemoved, this, _1));
+  prefixes_->addUnitPrefixRegisteredListener(
+      boost::bind(&UnitManager::notifyPrefixAdded, this, _1));
 }
 
 void UnitManager::attachChangeVeto(UnitRepresentation* definition) {
@@ -650,6 +652,17 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
     for (auto& composition : list) shifted(*composition);
   }
   for (auto& [text, composition] : cache_) shifted(*composition);
+}
+
+void UnitManager::notifyPrefixAdded(const UnitPrefixApi* prefix) {
+  // The first prefix in name order is the one stripped: a new prefix that begins a longer
+  // one's name ("my" before "myria") reads "myriameter" anew, as "my" and "riameter".
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  for (auto entry = cache_.begin(); entry != cache_.end();) {
+    const bool stale = addresses_.count(entry->first) == 0 &&
+                       parser->doesStringContainPrefix(entry->first, prefix->getName());
+    entry = stale ? cache_.erase(entry) : std::next(entry);
+  }
 }
 
 // ---------------------------------------------------------------- quantities
