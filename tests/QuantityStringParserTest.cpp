@@ -100,6 +100,16 @@ TEST_F(Parser, UnitCompositions) {
   EXPECT_EQ(unitComposition("millimole")->getNumerator().begin()->getPrefixIdx(), 8);
 }
 
+TEST_F(Parser, ANameCarriesOnePrefixWhateverWasVerifiedBefore) {
+  // The parser read the rest of a prefixed name through every cached text, so a second
+  // prefix parsed once the text with one prefix had been verified.
+  EXPECT_UNIT_ERROR(parser->createUnitCompFromString("kilokilogram"), "Unit:NotFound",
+                    "Referenced unit 'kilogram' does not exist.");
+  UnitManager::Instance()->verifyUnitCompositionString("kilogram");
+  EXPECT_UNIT_ERROR(parser->createUnitCompFromString("kilokilogram"), "Unit:NotFound",
+                    "Referenced unit 'kilogram' does not exist.");
+}
+
 TEST_F(Parser, QuantityCompositions) {
   EXPECT_EQ(exponentsOf("mass*length/time^2"), (std::array<int, 7>{0, 1, 1, -2, 0, 0, 0}));
   EXPECT_EQ(exponentsOf("2*length"), (std::array<int, 7>{0, 0, 1, 0, 0, 0, 0}));

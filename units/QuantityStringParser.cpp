@@ -165,7 +165,10 @@ void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   std::string rest = token, prefixName;
   prefixes->stripPrefixAndGetMultiplier(rest, prefixName);
-  const UnitComposition* found = units->getCachedComposition(rest);
+  // Only a unit takes a prefix. The cache also holds verified texts such as "kilogram";
+  // read through them, "kilokilogram" would parse only after "kilogram" had.
+  const UnitComposition* found =
+      units->isUnitRegistered(rest) ? units->getCachedComposition(rest) : nullptr;
   if (found == nullptr) raiseError(errors::NotFound, rest);
 
   UnitComposition::UnitSet numerator = found->getNumerator();
