@@ -87,7 +87,9 @@ TEST(CompositionCache, EraseIfAndForEachSeeEveryCompositionOnce) {
   EXPECT_EQ(sum, 999.0 * 1000.0 / 2.0);
 
   // Odd tags go, including entries moved into a freed place during the sweep.
-  cache.eraseIf([](const UnitComposition& c) { return static_cast<int>(c.getMultiplier()) % 2; });
+  cache.eraseIf([](const std::string&, const UnitComposition& c) {
+    return static_cast<int>(c.getMultiplier()) % 2;
+  });
   EXPECT_EQ(cache.size(), 500u);
   for (int i = 0; i < 1000; ++i) {
     SCOPED_TRACE(i);
@@ -116,7 +118,7 @@ TEST(CompositionCache, AgreesWithAnOrderedMapThroughRandomChanges) {
       EXPECT_EQ(cache.erase(text), model.erase(text) == 1);
     } else {
       int remainder = step % 7;
-      cache.eraseIf([remainder](const UnitComposition& c) {
+      cache.eraseIf([remainder](const std::string&, const UnitComposition& c) {
         return static_cast<int>(c.getMultiplier()) % 7 == remainder;
       });
       for (auto entry = model.begin(); entry != model.end();) {

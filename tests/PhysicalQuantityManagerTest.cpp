@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "host/ErrorIdException.hpp"
+#include "host/JavaBridge.hpp"
 #include "host/StringVector.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
@@ -128,6 +129,32 @@ TEST_F(PhysicalQuantityRegistry, RefusedRemovalChangesNothingAndCallsNoListener)
                     "Referenced physical quantity 'speed' does not exist.");
   EXPECT_EQ(calls, 0);
   EXPECT_EQ(RegistrySnapshot::take(), before);
+}
+
+TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnnounced) {
+  // Found by the registry model test: the removal posted its change event and removed the
+  // quantity's later units before a used unit refused it.
+  hostSetUsingJava(true);  // before the registries create the change-event sender
+  UnitManager* units = UnitManager::Instance();
+  PhysicalQuantityManager* registry = PhysicalQuantityManager::Instance();
+  int x[7] = {0, 0, 7, 0, 0, 0, 0};
+  registry->registerPhysicalQuantity(new QuantityDimension(x, "x"));
+  units->registerUnit(new UnitRepresentation("xa", "meter^7", 1.0, 0.0, true));
+  units->registerUnit(new UnitRepresentation("xb", "meter^7", 2.0, 0.0, true));
+  units->registerUnit(new UnitRepresentation("xa_rate", "xa/second", 1.0, 0.0, true));
+  std::vector<std::string> heard;
+  units->addUnitUnregisteredListener(
+      [&](const UnitRepresentationApi* unit) { heard.push_back(unit->getName()); });
+  hostClearJavaEventQueue();
+  RegistrySnapshot before = RegistrySnapshot::take();
+  EXPECT_UNIT_ERROR(registry->unregisterPhysicalQuantity("x"), "Unit:BeingUsed",
+                    "Cannot unregister unit because it is being used by unit 'xa_rate'.");
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+  EXPECT_TRUE(heard.empty());
+  EXPECT_TRUE(hostJavaEventQueue().empty());
+  units->unregisterUnit("xa_rate");
+  registry->unregisterPhysicalQuantity("x");
+  EXPECT_EQ(heard, (std::vector<std::string>{"xa_rate", "xb", "xa"}));
 }
 
 TEST_F(PhysicalQuantityRegistry, ListenerRefusalStopsTheRemoval) {

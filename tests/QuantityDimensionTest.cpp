@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <limits>
 #include <memory>
 
 #include "host/Console.hpp"
@@ -50,6 +52,44 @@ TEST(QuantityDimension, ArithmeticKeepsLeftNameAndIgnoresNamesInEquality) {
   int signature[7] = {0, 1, 0, 0, 0, 0, 0};
   EXPECT_TRUE(mass.matchesSignature(signature));
   EXPECT_FALSE(length.matchesSignature(signature));
+}
+
+TEST(QuantityDimension, ExponentsBeyondAnIntAreRefusedAndChangeNothing) {
+  // Found by fuzzing the quantity parser ("length^2000000000^2"): the sanitizer build
+  // stopped on the signed overflow.
+  UnitManager::Instance();
+  const int big = 2000000000, lowest = std::numeric_limits<int>::min();
+  struct Case {
+    const char* name;
+    QuantityDimension start;
+    std::function<void(QuantityDimension&)> operation;
+  } cases[] = {
+      {"square", dims({0, 0, big, 0, 0, 0, 0}), [](QuantityDimension& q) { q ^= 2; }},
+      {"negated lowest", dims({0, 0, 0, lowest, 0, 0, 0}), [](QuantityDimension& q) { q ^= -1; }},
+      {"product", dims({0, 0, big, 0, 0, 0, 0}),
+       [&](QuantityDimension& q) {
+         q *= dims({0, 0, big, 0, 0, 0, 0});
+       }},
+      {"quotient", dims({0, 0, big, 0, 0, 0, 0}),
+       [&](QuantityDimension& q) {
+         q /= dims({0, 0, -big, 0, 0, 0, 0});
+       }},
+      {"quotient by lowest", dims({0, 0, 0, 0, 0, 0, 0}),
+       [&](QuantityDimension& q) {
+         q /= dims({0, 0, 0, lowest, 0, 0, 0});
+       }},
+  };
+  for (Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    const QuantityDimension before = c.start;
+    EXPECT_UNIT_ERROR(c.operation(c.start), "Unit:IntegersOnlyInQuantity",
+                      "Non-Integer powers are not currently supported for physical quantity "
+                      "compositions.");
+    EXPECT_EQ(c.start, before);
+  }
+  QuantityDimension largest = dims({0, 0, 0, std::numeric_limits<int>::max() - 1, 0, 0, 0});
+  largest *= dims({0, 0, 0, 1, 0, 0, 0});
+  EXPECT_EQ(largest[3], std::numeric_limits<int>::max()) << "the last int is still an exponent";
 }
 
 TEST(QuantityDimension, AddingOnlyEqualDimensionsAndResultIsRightOperand) {

@@ -100,6 +100,16 @@ TEST_F(Parser, UnitCompositions) {
   EXPECT_EQ(unitComposition("millimole")->getNumerator().begin()->getPrefixIdx(), 8);
 }
 
+TEST_F(Parser, ANameCarriesOnePrefixWhateverWasVerifiedBefore) {
+  // The parser read the rest of a prefixed name through every cached text, so a second
+  // prefix parsed once the text with one prefix had been verified.
+  EXPECT_UNIT_ERROR(parser->createUnitCompFromString("kilokilogram"), "Unit:NotFound",
+                    "Referenced unit 'kilogram' does not exist.");
+  UnitManager::Instance()->verifyUnitCompositionString("kilogram");
+  EXPECT_UNIT_ERROR(parser->createUnitCompFromString("kilokilogram"), "Unit:NotFound",
+                    "Referenced unit 'kilogram' does not exist.");
+}
+
 TEST_F(Parser, QuantityCompositions) {
   EXPECT_EQ(exponentsOf("mass*length/time^2"), (std::array<int, 7>{0, 1, 1, -2, 0, 0, 0}));
   EXPECT_EQ(exponentsOf("2*length"), (std::array<int, 7>{0, 0, 1, 0, 0, 0, 0}));
@@ -116,6 +126,10 @@ TEST_F(Parser, QuantityCompositions) {
       {"length*", "Unit:BadQuantityParse"},
       {"", "Unit:BadQuantityParse"},
       {"length^9e12", "Unit:IntegersOnlyInQuantity"},
+      // combined exponents beyond an int, found by fuzzing
+      {"length^2000000000^2", "Unit:IntegersOnlyInQuantity"},
+      {"length^2000000000*length^2000000000", "Unit:IntegersOnlyInQuantity"},
+      {"time^-2147483648/time", "Unit:IntegersOnlyInQuantity"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.text);
@@ -133,6 +147,10 @@ TEST_F(Parser, ContainmentLooksThroughPrefixes) {
   EXPECT_FALSE(parser->doesStringContainUnit("meter^2", "2"));
   EXPECT_FALSE(parser->doesStringContainUnit("meter*(", "meter"))
       << "a text that does not parse names nothing";
+  EXPECT_TRUE(parser->doesStringContainPrefix("mole/millisecond^2", "milli"));
+  EXPECT_FALSE(parser->doesStringContainPrefix("mole/millisecond^2", "micro"));
+  EXPECT_FALSE(parser->doesStringContainPrefix("mile", "milli"));
+  EXPECT_FALSE(parser->doesStringContainPrefix("millimeter*(", "milli"));
 }
 
 TEST_F(Parser, MakeupListsUnitsAsWrittenWithNetExponents) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <sstream>
 
@@ -133,6 +134,15 @@ TEST_F(Composition, PowerRepeatsEachUnitNextToItself) {
   UnitComposition same = of({kKilometer, kMeter});
   same ^= 1;
   EXPECT_EQ(same, of({kKilometer, kMeter}));
+}
+
+TEST_F(Composition, TheLowestIntPowerOfNothingIsNothing) {
+  // The magnitude of INT_MIN does not fit an int; the sanitizer build caught its negation.
+  UnitComposition nothing;
+  nothing ^= std::numeric_limits<int>::min();
+  EXPECT_EQ(nothing, UnitComposition());
+  EXPECT_EQ(parse("dimensionless^-2147483648").getCompositionString(), "dimensionless");
+  EXPECT_EQ(parse("meter^0^-2147483648").getCompositionString(), "dimensionless");
 }
 
 TEST_F(Composition, EqualityComparesPrefixesAndMultipliersWithinTolerance) {

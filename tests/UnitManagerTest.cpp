@@ -259,6 +259,27 @@ TEST_F(UnitRegistry, RemovalReindexesLaterUnitsSoConversionsStayTheSame) {
   EXPECT_UNIT_ERROR_ID(convert("furlong", "meter"), "Unit:NotFound");
 }
 
+TEST_F(UnitRegistry, CachedTextsNamingAUnitFollowItsRedefinitionAndRemoval) {
+  // Found by the registry model test: texts verified before a redefinition kept the old
+  // value, and after a removal still converted.
+  add("furlong", "meter", 201.168);
+  add("fortnight", "day", 14.0);
+  EXPECT_DOUBLE_EQ(convert("kilofurlong", "meter"), 201168.0);
+  EXPECT_DOUBLE_EQ(convert("furlong/fortnight", "meter/day"), 201.168 / 14.0);
+  WarningCapture quiet;
+  add("furlong", "meter", 200.0);
+  EXPECT_DOUBLE_EQ(convert("kilofurlong", "meter"), 200000.0);
+  EXPECT_DOUBLE_EQ(convert("furlong/fortnight", "meter/day"), 200.0 / 14.0);
+  units->unregisterUnit("fortnight");
+  EXPECT_EQ(units->getCachedComposition("furlong/fortnight"), nullptr);
+  EXPECT_UNIT_ERROR(convert("furlong/fortnight", "meter/day"), "Unit:NotFound",
+                    "Referenced unit 'fortnight' does not exist.");
+  units->unregisterUnit("furlong");
+  EXPECT_UNIT_ERROR(convert("kilofurlong", "meter"), "Unit:NotFound",
+                    "Referenced unit 'furlong' does not exist.");
+  EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1000.0) << "other texts stay";
+}
+
 TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
   add("chain", "meter", 20.1168);
   struct Case {
@@ -283,6 +304,31 @@ TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
     std::unique_ptr<UnitConverter> table(
         converters->getQuantityUnitConverter(2, units->getUnitIndex(2, c.name), 0));
     EXPECT_DOUBLE_EQ(table->getMultiplier(), c.metersPerUnit);
+  }
+}
+
+TEST_F(UnitRegistry, AnOffsetIsWrittenAgainstTheUnitNamedAsTheComposition) {
+  // Found by the registry model test: a unit defined on a user temperature unit lost that
+  // unit's offset and applied its own offset unscaled.
+  WarningCapture quiet;
+  add("mycelsius", "kelvin", 1.0, 273.15);
+  add("myfahrenheit", "mycelsius", 5.0 / 9.0, -160.0 / 9.0);
+  add("halfcelsius", "mycelsius", 0.5, 10.0);
+  add("fromfahrenheit", "fahrenheit", 2.0, 1.0);
+  struct Case {
+    const char* from;
+    double value;
+    const char* to;
+    double expected;
+  } cases[] = {
+      {"mycelsius", 100.0, "kelvin", 373.15},      {"myfahrenheit", 212.0, "kelvin", 373.15},
+      {"myfahrenheit", 98.6, "fahrenheit", 98.6},  {"kelvin", 273.15, "myfahrenheit", 32.0},
+      {"halfcelsius", 20.0, "celsius", 20.0},      {"halfcelsius", 20.0, "myfahrenheit", 68.0},
+      {"fromfahrenheit", 5.0, "fahrenheit", 11.0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.from + std::string(" -> ") + c.to);
+    EXPECT_NEAR(convert(c.from, c.to, c.value), c.expected, 1e-9);
   }
 }
 
@@ -379,6 +425,35 @@ TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPrefixes) {
   EXPECT_DOUBLE_EQ(convert("zstep", "meter"), 1e5);
   EXPECT_EQ(units->getUnitComposition(2, "zstep")->getCompositionString(), "zzmeter");
   EXPECT_UNIT_ERROR_ID(convert("myriameter", "meter"), "Unit:NotFound");
+}
+
+TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) {
+  // Found by the registry model test: "myriahertz" still converted after "myria" was gone.
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
+  EXPECT_DOUBLE_EQ(convert("myriahertz", "hertz"), 1e4);
+  EXPECT_DOUBLE_EQ(convert("myriahertz*second", "dimensionless"), 1e4);
+  prefixes->unregisterPrefix("myria");
+  EXPECT_EQ(units->getCachedComposition("myriahertz"), nullptr);
+  EXPECT_UNIT_ERROR(convert("myriahertz", "hertz"), "Unit:NotFound",
+                    "Referenced unit 'myriahertz' does not exist.");
+  EXPECT_UNIT_ERROR_ID(convert("myriahertz*second", "dimensionless"), "Unit:NotFound");
+  EXPECT_DOUBLE_EQ(convert("hertz", "1/second"), 1.0);
+}
+
+TEST_F(UnitRegistry, ANewPrefixReadsTheCachedTextsItBeginsAnew) {
+  // Found by the registry model test: a text verified before a prefix that sorts first was
+  // registered kept its old reading, while the same text verified afterwards did not.
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
+  EXPECT_DOUBLE_EQ(convert("myriameter/second", "meter/second"), 1e4);
+  EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1e3);
+  prefixes->registerPrefix(new UnitPrefix("my", 5, ""));
+  EXPECT_EQ(units->getCachedComposition("myriameter/second"), nullptr);
+  EXPECT_UNIT_ERROR(convert("myriameter/second", "meter/second"), "Unit:NotFound",
+                    "Referenced unit 'riameter' does not exist.");
+  EXPECT_DOUBLE_EQ(convert("mymeter", "meter"), 1e5);
+  EXPECT_NE(units->getCachedComposition("kilometer"), nullptr) << "other texts stay";
 }
 
 TEST_F(UnitRegistry, UnitSystemCompositions) {

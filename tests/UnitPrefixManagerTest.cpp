@@ -3,6 +3,7 @@
 #include <cmath>
 #include <memory>
 
+#include "host/JavaBridge.hpp"
 #include "host/StringVector.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
@@ -138,9 +139,21 @@ TEST_F(PrefixRegistry, PrefixUsedByAUnitCannotBeRemoved) {
   EXPECT_UNIT_ERROR(
       prefixes->unregisterPrefix("myria"), "Unit:PrefixBeingUsed",
       "Cannot unregister unit prefix because it is being used in the definition of unit 'stride'.");
-  // the change-event listener ran before the refusal; ours came after it
   EXPECT_TRUE(seen.empty());
   EXPECT_TRUE(prefixes->isPrefixRegistered("myria"));
+}
+
+TEST(PrefixRemoval, ARefusedRemovalIsNotAnnounced) {
+  // Found by the registry model test: the change event of the removal was posted before
+  // the unit registry refused it.
+  hostSetUsingJava(true);  // before the registries create the change-event sender
+  UnitManager* units = UnitManager::Instance();
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
+  units->registerUnit(new UnitRepresentation("stride", "myriameter", 1.0, 0.0, true));
+  hostClearJavaEventQueue();
+  EXPECT_UNIT_ERROR_ID(prefixes->unregisterPrefix("myria"), "Unit:PrefixBeingUsed");
+  EXPECT_TRUE(hostJavaEventQueue().empty());
 }
 
 TEST_F(PrefixRegistry, StrippingStopsAtTheFirstPrefixInNameOrder) {

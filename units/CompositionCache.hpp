@@ -11,8 +11,8 @@
 //   CompositionCache cache;
 //   cache.insert("meter", std::make_unique<UnitComposition>(UnitBase(2, 0, -1)));
 //   cache.find("meter");                                  // the cache's composition
-//   cache.eraseIf([](const UnitComposition& c) { return c.containsUnit(2, 0); });
-//   cache.find("meter");                                  // null
+//   cache.eraseIf([](const std::string&, const UnitComposition& c) { return c.containsUnit(2, 0);
+//   }); cache.find("meter");                                  // null
 
 #include <cstdint>
 #include <deque>
@@ -49,7 +49,7 @@ class CompositionCache {
   UnitComposition* assign(const std::string& text, std::unique_ptr<UnitComposition> composition);
   // Frees the text's composition; false when there was none.
   bool erase(const std::string& text);
-  // Frees every composition for which the predicate, given the composition, is true.
+  // Frees every entry for which the predicate, given the text and its composition, is true.
   template <typename Predicate>
   void eraseIf(Predicate predicate);
   // Calls the visitor with each composition.
@@ -85,7 +85,8 @@ template <typename Predicate>
 void CompositionCache::eraseIf(Predicate predicate) {
   // Erasing moves the last entry into the freed place, which is then looked at again.
   for (std::size_t i = 0; i < entries_.size();) {
-    if (predicate(static_cast<const UnitComposition&>(*entries_[i].composition))) {
+    if (predicate(static_cast<const std::string&>(entries_[i].text),
+                  static_cast<const UnitComposition&>(*entries_[i].composition))) {
       eraseEntry(i);
     } else {
       ++i;

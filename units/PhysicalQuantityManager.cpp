@@ -7,6 +7,7 @@
 #include "host/StringVector.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
+#include "units/UnitManager.hpp"
 #include "units/messages/UnitErrors.hpp"
 
 namespace TwUnits {
@@ -138,6 +139,8 @@ void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name
   }
   if (index < 0) raiseError(errors::QuantityNotFound, name);
   if (index < builtinCount_) raiseError(errors::CannotUnregisterBuiltinQuantity);
+  // A unit that uses one of the quantity's units refuses before any listener hears of it.
+  UnitManager::Instance()->verifyQuantityRemoval(index);
 
   for (const UnregisteredListener& listener : listeners_->unregistered) {
     listener(quantities_.at(static_cast<std::size_t>(index)).get(),

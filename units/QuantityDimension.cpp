@@ -1,5 +1,6 @@
 #include "units/QuantityDimension.hpp"
 
+#include <limits>
 #include <stdexcept>
 
 #include "host/Console.hpp"
@@ -60,13 +61,17 @@ QuantityDimension& QuantityDimension::operator-=(const QuantityDimensionApi& oth
 }
 
 QuantityDimension& QuantityDimension::operator*=(const QuantityDimensionApi& other) {
-  for (unsigned b = 0; b < kBaseDimensionCount; ++b) exponents_[b] += other[b];
-  return *this;
+  std::array<long long, kBaseDimensionCount> product{};
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b)
+    product[b] = static_cast<long long>(exponents_[b]) + other[b];
+  return assignExponents(product);
 }
 
 QuantityDimension& QuantityDimension::operator/=(const QuantityDimensionApi& other) {
-  for (unsigned b = 0; b < kBaseDimensionCount; ++b) exponents_[b] -= other[b];
-  return *this;
+  std::array<long long, kBaseDimensionCount> quotient{};
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b)
+    quotient[b] = static_cast<long long>(exponents_[b]) - other[b];
+  return assignExponents(quotient);
 }
 
 bool QuantityDimension::matchesSignature(const int* exponents) const {
@@ -77,7 +82,21 @@ bool QuantityDimension::matchesSignature(const int* exponents) const {
 }
 
 QuantityDimension& QuantityDimension::operator^=(int n) {
-  for (int& exponent : exponents_) exponent *= n;
+  std::array<long long, kBaseDimensionCount> power{};
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b)
+    power[b] = static_cast<long long>(exponents_[b]) * n;
+  return assignExponents(power);
+}
+
+// Exponents are ints: a result beyond them is refused as the parser refuses a written
+// exponent beyond them, and the dimensions stay as they were.
+QuantityDimension& QuantityDimension::assignExponents(
+    const std::array<long long, kBaseDimensionCount>& exponents) {
+  for (long long exponent : exponents) {
+    if (exponent < std::numeric_limits<int>::min() || exponent > std::numeric_limits<int>::max())
+      raiseError(errors::IntegersOnlyInQuantity);
+  }
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b) exponents_[b] = static_cast<int>(exponents[b]);
   return *this;
 }
 

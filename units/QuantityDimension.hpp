@@ -41,6 +41,8 @@ class QuantityDimension : public QuantityDimensionApi {
   bool operator!=(const QuantityDimensionApi& other) const override;
   QuantityDimension& operator+=(const QuantityDimensionApi& other) override;
   QuantityDimension& operator-=(const QuantityDimensionApi& other) override;
+  // *=, /= and ^= raise "Unit:IntegersOnlyInQuantity", changing nothing, when an exponent
+  // of the result does not fit an int.
   QuantityDimension& operator*=(const QuantityDimensionApi& other) override;
   QuantityDimension& operator/=(const QuantityDimensionApi& other) override;
   bool matchesSignature(const int* exponents) const override;
@@ -67,6 +69,7 @@ class QuantityDimension : public QuantityDimensionApi {
 
  private:
   void requireEqual(const QuantityDimensionApi& other) const;
+  QuantityDimension& assignExponents(const std::array<long long, kBaseDimensionCount>& exponents);
 
   std::array<int, kBaseDimensionCount> exponents_{};
   std::string name_;

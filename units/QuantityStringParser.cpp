@@ -180,7 +180,10 @@ void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   std::string rest = token, prefixName;
   prefixes->stripPrefixAndGetMultiplier(rest, prefixName);
-  const UnitComposition* found = units->getCachedComposition(rest);
+  // Only a unit takes a prefix. The cache also holds verified texts such as "kilogram";
+  // read through them, "kilokilogram" would parse only after "kilogram" had.
+  const UnitComposition* found =
+      units->isUnitRegistered(rest) ? units->getCachedComposition(rest) : nullptr;
   if (found == nullptr) raiseError(errors::NotFound, rest);
 
   UnitComposition::UnitSet numerator = found->getNumerator();
@@ -324,11 +327,10 @@ void QuantityStringParser::handlePlusMinusOnQD(QuantityStack&) const {
 
 // ---- Containment ----
 
-bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
-                                                 const std::string& unitName) const {
-  // Every token is written in the text, and a unit name ends a token: a name that is
-  // nowhere in the text needs no parse. Registry scans ask this of every definition.
-  if (composition.find(unitName) == std::string::npos) return false;
+namespace {
+
+// The tokens of the text; none when it does not parse.
+std::vector<std::string> tokensOf(const std::string& composition) {
   CParseTree tree(composition.c_str());
   try {
     tree.init(false);
@@ -337,10 +339,32 @@ bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
   }
   std::vector<std::string> tokens;
   tree.postFix(tokens);
+  return tokens;
+}
+
+}  // namespace
+
+bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
+                                                 const std::string& unitName) const {
+  // Every token is written in the text, and a unit name ends a token: a name that is
+  // nowhere in the text needs no parse. Registry scans ask this of every definition.
+  if (composition.find(unitName) == std::string::npos) return false;
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-  for (const std::string& token : tokens) {
+  for (const std::string& token : tokensOf(composition)) {
     std::string unit = prefixes->stripPrefixFromSingleUnit(token);
     if (getTokenEnum(unit) == NAME && unit == unitName) return true;
+  }
+  return false;
+}
+
+bool QuantityStringParser::doesStringContainPrefix(const std::string& composition,
+                                                   const std::string& prefixName) const {
+  if (composition.find(prefixName) == std::string::npos) return false;
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  for (const std::string& token : tokensOf(composition)) {
+    std::string rest = token, stripped;
+    prefixes->stripPrefixAndGetMultiplier(rest, stripped);
+    if (getTokenEnum(token) == NAME && stripped == prefixName) return true;
   }
   return false;
 }

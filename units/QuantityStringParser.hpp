@@ -61,6 +61,8 @@ class QuantityStringParser : public QuantityStringParserApi {
   // caller owns them.
   QuantityDimension* createQuantityDimensionFromString(const std::string& composition) const;
   bool doesStringContainUnit(const std::string& composition, const std::string& unitName) const;
+  // Whether the prefix registry strips the named prefix from a name of the text.
+  bool doesStringContainPrefix(const std::string& composition, const std::string& prefixName) const;
   // Unit names in order of first appearance with their net exponents; names are not
   // expanded or checked (callers verify first). Raises "Units:InternalParseError".
   Makeup getUnitMakeupAndExponentsFromString(const std::string& composition) const;

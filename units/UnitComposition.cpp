@@ -136,7 +136,8 @@ UnitComposition& UnitComposition::operator/=(UnitComposition&& other) {
 UnitComposition& UnitComposition::operator^=(int n) {
   quantityStale_ = true;
   if (n < 0) std::swap(numerator_, denominator_);
-  int times = n < 0 ? -n : n;
+  // In long long: the magnitude of INT_MIN does not fit an int.
+  long long times = std::llabs(static_cast<long long>(n));
   numerator_.repeat(times);
   denominator_.repeat(times);
   multiplier_ = std::pow(multiplier_, n);

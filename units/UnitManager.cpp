@@ -215,6 +215,8 @@ void UnitManager::registerInternalListeners() {
       boost::bind(&UnitManager::notifyPhysicalQuantityRemoved, this, _1, _2));
   prefixes_->addUnitPrefixUnregisteredListener(
       boost::bind(&UnitManager::notifyPrefixBeingRemoved, this, _1));
+  prefixes_->addUnitPrefixRegisteredListener(
+      boost::bind(&UnitManager::notifyPrefixAdded, this, _1));
 }
 
 void UnitManager::attachChangeVeto(UnitRepresentation* definition) {
@@ -538,6 +540,10 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
         cache_.erase(compositionText);
     }
     definition->setMultiplier(definition->getMultiplier() * expansionMultiplier);
+    // An offset is written against the unit named as the composition; stored against the
+    // reference unit, it takes in that unit's multiplier and offset as well.
+    if (const UnitRepresentation* written = getUnitRepresentation(compositionText))
+      definition->setOffset(expansionMultiplier * definition->getOffset() + written->getOffset());
     const UnitBase& reference = *composition->getNumerator().begin();
     double toReference = definition->getMultiplier();
     if (reference.getPrefixIdx() != -1)
@@ -592,8 +598,12 @@ void UnitManager::unregisterUnit(const std::string& name) {
   auto& compositions = at(compositions_, quantity);
   compositions.erase(compositions.begin() + index);
   cache_.erase(name);
-  cache_.eraseIf([quantity, index](const UnitComposition& composition) {
-    return composition.containsUnit(quantity, index);
+  // A cached text that names the unit ("kilofurlong", "furlong/hour") was resolved with
+  // this definition; kept, it would outlive the unit and survive its redefinition.
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
+    return composition.containsUnit(quantity, index) ||
+           (addresses_.count(text) == 0 && parser->doesStringContainUnit(text, name));
   });
   --at(unitCounts_, quantity);
   quantityOfUnit_.erase(name);
@@ -623,8 +633,13 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   int prefixIndex = prefixes_->getPrefixIndex(prefix->getName());
   UnitAddress user = getUnitIfPrefixUsedInComposition(prefixIndex);
   if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
-  cache_.eraseIf([prefixIndex](const UnitComposition& composition) {
-    return composition.containsPrefix(prefixIndex);
+  // A cached text that wrote the prefix is stale even where the prefix went into its
+  // multiplier ("myriahertz": hertz has no unit to carry it).
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
+    return composition.containsPrefix(prefixIndex) ||
+           (addresses_.count(text) == 0 &&
+            parser->doesStringContainPrefix(text, prefix->getName()));
   });
   // Later prefixes are about to move down one index; compositions follow them.
   auto shifted = [prefixIndex](UnitComposition& composition) {
@@ -636,10 +651,39 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   cache_.forEach(shifted);
 }
 
+void UnitManager::notifyPrefixAdded(const UnitPrefixApi* prefix) {
+  // The first prefix in name order is the one stripped: a new prefix that begins a longer
+  // one's name ("my" before "myria") reads "myriameter" anew, as "my" and "riameter".
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  cache_.eraseIf([&](const std::string& text, const UnitComposition&) {
+    return addresses_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName());
+  });
+}
+
 // ---------------------------------------------------------------- quantities
 
 void UnitManager::notifyPhysicalQuantityAdded(const QuantityDimensionApi*) {
   appendQuantityLists();
+}
+
+void UnitManager::verifyQuantityRemoval(int quantity) const {
+  // The quantity's units go from the last to the first, and a unit of the quantity only
+  // ever uses earlier ones: only a unit of another quantity can refuse. The first one the
+  // removal would meet is named.
+  const QuantityStringParser* parser = QuantityStringParser::Instance();
+  for (int u = static_cast<int>(getNumUnits(quantity)) - 1; u >= 0; --u) {
+    const std::string name = unitName(quantity, u);
+    for (int q = 0; q < getNumQuantityLists(); ++q) {
+      if (q == quantity) continue;
+      for (int other = 0; other < static_cast<int>(at(definitions_, q).size()); ++other) {
+        if (getUnitComposition(q, other)->containsUnit(quantity, u) ||
+            parser->doesStringContainUnit(getUnitRepresentation(q, other)->getCompositionString(),
+                                          name)) {
+          raiseError(errors::BeingUsed, unitName(q, other));
+        }
+      }
+    }
+  }
 }
 
 void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*,

@@ -162,8 +162,13 @@ class UnitManager {
                         UnitRepresentationApi::UNIT_REP_PROPERTY property);
   void notifyPhysicalQuantityAdded(const QuantityDimensionApi* quantity);
   void notifyPhysicalQuantityRemoved(const QuantityDimensionApi* quantity, unsigned long index);
+  // Raises "Unit:BeingUsed", naming the user, when a unit of another quantity uses a unit
+  // of the quantity, so that removing the quantity would fail part way. Changes nothing.
+  void verifyQuantityRemoval(int quantity) const;
   // Refuses the removal of a prefix that a unit's definition uses ("Unit:PrefixBeingUsed").
   void notifyPrefixBeingRemoved(const UnitPrefixApi* prefix);
+  // Forgets the cached texts whose names the new prefix now begins.
+  void notifyPrefixAdded(const UnitPrefixApi* prefix);
   // The value in `from` converted to `to`, prefixes and multipliers applied.
   double convert(double value, const std::string& from, const std::string& to) const;
   // Returns a new composition of the same quantity in the system's units (the caller

@@ -19,7 +19,7 @@ void UnitMultiset::merge(UnitMultiset& other) {
   other.clear();
 }
 
-void UnitMultiset::repeat(int times) {
+void UnitMultiset::repeat(long long times) {
   Storage repeated;
   repeated.reserve(units_.size() * static_cast<std::size_t>(times));
   for (const UnitBase& unit : units_)

@@ -48,7 +48,7 @@ class UnitMultiset {
   void merge(UnitMultiset& other);
   const_iterator erase(const_iterator position) { return units_.erase(position); }
   // Each unit `times` times in a row, in order; none for 0.
-  void repeat(int times);
+  void repeat(long long times);
   // Replaces every unit by rewrite(unit); the rewrite must keep the units' order.
   template <typename Rewrite>
   void rewrite(Rewrite rewrite) {

@@ -131,6 +131,14 @@ void UnitPrefixManager::unregisterPrefix(const std::string& name) {
   if (index == -1) raiseError(errors::PrefixNotFound, name);
   if (index < builtinCount_) raiseError(errors::PrefixCannotUnregisterBuiltin);
   UnitPrefix* prefix = byName_.at(name);
+  // A unit that uses the prefix refuses before any listener hears of it.
+  UnitManager* units = UnitManager::Instance();
+  UnitManager::UnitAddress user = units->getUnitIfPrefixUsedInComposition(index);
+  if (user.first != -1) {
+    raiseError(
+        errors::PrefixBeingUsed,
+        units->getQuantityUnitStrings2(user.first).at(static_cast<std::size_t>(user.second)));
+  }
   // A listener may refuse the removal by raising; nothing has changed yet.
   for (const Listener& listener : listeners_->unregistered) listener(prefix);
   if (listeners_->removal) listeners_->removal(prefix);

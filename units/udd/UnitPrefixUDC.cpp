@@ -74,7 +74,7 @@ class UnitPrefix_display_MI : public UDMethodInfo {
 
  private:
   const std::size_t indexWidth_ = 8, nameWidth_ = 12;
-  const std::size_t exponentWidth_ = 5;  // the exponent closes the line; its width is not used
+  [[maybe_unused]] const std::size_t exponentWidth_ = 5;  // the exponent closes the line
   const std::string blanks_ = std::string(50, ' ');
   std::string banner_;
   UDMethodSignature* single_;

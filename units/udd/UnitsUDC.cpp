@@ -90,7 +90,7 @@ class Unit_display_MI : public UDMethodInfo {
   }
 
   const std::size_t indexWidth_ = 8, nameWidth_ = 18, compositionWidth_ = 20, multiplierWidth_ = 12;
-  const std::size_t offsetWidth_ = 12;  // the offset closes the line; its width is not used
+  [[maybe_unused]] const std::size_t offsetWidth_ = 12;  // the offset closes the line
   const std::string blanks_ = std::string(50, ' ');
   std::string banner_;
   UDMethodSignature* single_;
