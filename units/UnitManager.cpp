@@ -584,7 +584,8 @@ void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
 void UnitManager::unregisterUnit(const std::string& name) {
   UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
   if (address == kNoUnit) raiseError(errors::NotFound, name);
-  auto [quantity, index] = address;
+  const int quantity = address.first;
+  const int index = address.second;
   if (isUnitBuiltin(quantity, index)) raiseError(errors::CannotUnregisterBuiltin);
   UnitAddress user = getUnitIfUsedInComposition(quantity, index);
   if (user != kNoUnit) raiseError(errors::BeingUsed, unitName(user.first, user.second));
