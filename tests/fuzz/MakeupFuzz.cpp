@@ -8,15 +8,8 @@
 
 #include "tests/fuzz/FuzzSupport.hpp"
 #include "units/QuantityStringParser.hpp"
-#include "units/UnitManager.hpp"
 
 using namespace TwUnits;
-
-extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  silenceWarnings();
-  UnitManager::Instance();
-  return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string text = fuzzText(data, size);
