@@ -22,16 +22,17 @@ WarningHandler utSetWarningHandler(WarningHandler handler) {
 }
 
 void ut_warning_id(utWarningContext* context, const char* identifier, int messageId, ...) {
+  // A deprecated unit warns on every use, so the warning fills the last-warning texts
+  // in place and hands those to the handler instead of building copies.
   va_list args;
   va_start(args, messageId);
-  std::string text = utVFormatMessage(messageId, args);
+  context->lastText = utVFormatMessage(messageId, args);
   va_end(args);
   context->lastIdentifier = identifier;
-  context->lastText = text;
   if (context->handler) {
-    context->handler(identifier, text);
+    context->handler(context->lastIdentifier, context->lastText);
   } else {
-    utPrintf("Warning: %s\n", text.c_str());
+    utPrintf("Warning: %s\n", context->lastText.c_str());
   }
 }
 
