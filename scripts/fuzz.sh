@@ -18,7 +18,7 @@ seconds="${1:-25}"
 shift || true
 targets=("$@")
 if ((${#targets[@]} == 0)); then
-  targets=(ParseTreeFuzz UnitCompositionFuzz QuantityCompositionFuzz MakeupFuzz)
+  targets=(ParseTreeFuzz UnitCompositionFuzz QuantityCompositionFuzz MakeupFuzz ShellStatementFuzz)
 fi
 
 scripts/deps.sh clang libclang-rt-14-dev
@@ -30,10 +30,11 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 ctest --test-dir build/fuzz --output-on-failure
 
 # Texts longer than this add nothing the short ones do not reach; the expression parser
-# alone gets long texts.
+# alone gets long texts, and a shell line room for a few statements.
 max_len() {
   case "$1" in
     ParseTreeFuzz) echo 4096 ;;
+    ShellStatementFuzz) echo 400 ;;
     *) echo 160 ;;
   esac
 }
