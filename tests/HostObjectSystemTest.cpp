@@ -590,22 +590,6 @@ TEST_F(HostObjects, PropertyHolderVisitsTheClassPropertiesInOrder) {
   EXPECT_STREQ(static_cast<UDPropInfo*>(late.nextElement()->getObject())->getName(), "late");
 }
 
-TEST_F(HostObjects, DescribeClassListsSignaturesAndVisibleProperties) {
-  EXPECT_EQ(hostDescribeClass(&cls_),
-            "Class Gauge\n"
-            "Methods:\n"
-            "  measure(handle gauge, double factor) -> double\n"
-            "  measure(handle gauge, string name, ...) -> double, string\n"
-            "  measure(handle vector gauges) -> int32\n"
-            "  measure(handle vector gauges, double) -> int32, double\n"
-            "  explode(handle gauge, string kind) -> double, handle vector, CALVEX array, int32\n"
-            "Properties:\n"
-            "  label (string, read/write): What the gauge shows.\n"
-            "  reading (double, read/write)\n"
-            "  serial (int32, read-only)\n"
-            "  faulty (failing, read/write)\n");
-}
-
 TEST_F(HostObjects, SubclassesInheritMembersAndMayShadowThem) {
   UDClass dial;
   dial.setName("Dial", false);
