@@ -506,35 +506,22 @@ class RegistryModel : public testing::TestWithParam<int> {
     const std::string fresh = "u" + letters(nextUnit++);
     Definition d{fresh, "meter", 1.0, 0.0};
     Expected expected;
-    switch (pick(users.empty() ? 9 : 12)) {
-      case 0:
-        d.name = "2" + fresh;
-        expected = refusal("Unit:NameInvalid");
-        break;
-      case 1:
-        d.name = "";
-        expected = refusal("Unit:NameInvalid");
-        break;
-      case 2:
-        d.name = "kilo" + fresh;
-        expected = refusal("Unit:NameClashesWithPrefix2", "'kilo'");
-        break;
-      case 3:
-        d.text = "nosuch" + fresh;
-        expected = refusal("Unit:NotFound", "'nosuch" + fresh + "'");
-        break;
-      case 4:
-        d.text = "meter*2";
-        expected = refusal("Unit:InvalidCompositionMathMult");
-        break;
-      case 5:
-        d.offset = 5.0;
-        expected = refusal("Unit:OffsetUnitsTemperatureOnly");
-        break;
-      case 6:
-        d.multiplier = 0.0;
-        expected = refusal("Unit:ConversionFunctionZero");
-        break;
+    struct Fault {
+      std::string name, text;
+      double multiplier, offset;
+      const char* identifier;
+      std::string messagePart;
+    };
+    const Fault simple[] = {
+        {"2" + fresh, "meter", 1, 0, "Unit:NameInvalid", ""},
+        {"", "meter", 1, 0, "Unit:NameInvalid", ""},
+        {"kilo" + fresh, "meter", 1, 0, "Unit:NameClashesWithPrefix2", "'kilo'"},
+        {fresh, "nosuch" + fresh, 1, 0, "Unit:NotFound", "'nosuch" + fresh + "'"},
+        {fresh, "meter*2", 1, 0, "Unit:InvalidCompositionMathMult", ""},
+        {fresh, "meter", 1, 5, "Unit:OffsetUnitsTemperatureOnly", ""},
+        {fresh, "meter", 0, 0, "Unit:ConversionFunctionZero", ""}};
+    const std::size_t kind = pick(users.empty() ? 9 : 12);
+    switch (kind) {
       case 7: {
         d.name = pickFrom(unitNames([](const ModelUnit& u) { return u.builtin; }));
         d.text = d.name == "meter" ? "foot" : "meter";
@@ -562,7 +549,7 @@ class RegistryModel : public testing::TestWithParam<int> {
         expected = refusal("Unit:SelfReferenceInComposition");
         break;
       }
-      default: {  // redefining a unit that another unit uses
+      case 11: {  // redefining a unit that another unit uses
         std::vector<std::string> used;
         for (const std::string& name : users) {
           if (!model.firstUserOf(name).empty()) used.push_back(name);
@@ -580,7 +567,11 @@ class RegistryModel : public testing::TestWithParam<int> {
         }
         expected = refusal("Unit:BeingUsed", "'" + model.firstUserOf(d.name) + "'");
         expected.redefinitionWarnings = 1;
+        break;
       }
+      default:  // kinds 0 to 6
+        d = {simple[kind].name, simple[kind].text, simple[kind].multiplier, simple[kind].offset};
+        expected = refusal(simple[kind].identifier, simple[kind].messagePart);
     }
     run(
         d.describe(), [&] { registerDefinition(d); }, expected);

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/ErrorIdException.hpp"
 #include "host/JavaBridge.hpp"
-#include "tests/support/ErrorCapture.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitManager.hpp"
@@ -55,27 +53,6 @@ TEST_F(ChangeEvents, RegistrationCallsTheSenderBeforeLaterListeners) {
   EXPECT_EQ(order, (std::vector<std::string>{"first saw 1 furlong", "second"}));
   EXPECT_EQ(queued(), (Events{{"furlong", "UNIT_CREATED"}}));
   EXPECT_EQ(hostLiveJavaObjectCount(), 1u) << "event objects and strings are released";
-}
-
-TEST_F(ChangeEvents, RedefinitionPostsRemovalThenCreation) {
-  units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
-  WarningCapture quiet;
-  units->registerUnit(new UnitRepresentation("furlong", "meter", 200.0, 0.0, true));
-  EXPECT_EQ(queued(), (Events{{"furlong", "UNIT_CREATED"},
-                              {"furlong", "UNIT_REMOVED"},
-                              {"furlong", "UNIT_CREATED"}}));
-}
-
-TEST_F(ChangeEvents, RefusedOrEmptyOperationsPostNothing) {
-  units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
-  units->registerUnit(new UnitRepresentation("fph", "furlong/hour", 1.0, 0.0, true));
-  hostClearJavaEventQueue();
-  EXPECT_UNIT_ERROR_ID(units->unregisterUnit("furlong"), "Unit:BeingUsed");
-  UnitRepresentation prefixed("kilometer", "meter", 1000.0, 0.0, true);
-  units->registerUnit(&prefixed);
-  UnitRepresentation same("furlong", "meter", 201.168, 0.0, true);
-  units->registerUnit(&same);
-  EXPECT_TRUE(queued().empty());
 }
 
 TEST_F(ChangeEvents, PrefixesQuantitiesAndUnitSystems) {

@@ -186,11 +186,5 @@ TEST_F(PrefixRegistry, StrippingStopsAtTheFirstPrefixInNameOrder) {
   EXPECT_EQ(prefixes->stripPrefixFromSingleUnit("kilometer"), "lometer");
 }
 
-TEST_F(PrefixRegistry, CreatedPrefixesHaveDefaults) {
-  std::unique_ptr<UnitPrefixApi> prefix(prefixes->createUnitPrefixApi());
-  EXPECT_EQ(prefix->getName(), "");
-  EXPECT_EQ(prefix->getExponent(), 0);
-}
-
 }  // namespace
 }  // namespace TwUnits

@@ -53,12 +53,8 @@ TEST(UnitPrefix, ExponentSettersAndTheirBounds) {
   EXPECT_UNIT_ERROR_ID(prefix.setExponent(-52), "Units:PrefixExponentTooSmall");
 }
 
-TEST(UnitPrefix, DefaultsTrimmingAndMultiplier) {
+TEST(UnitPrefix, TrimmingAndMultiplier) {
   UnitPrefix prefix;
-  EXPECT_EQ(prefix.getName(), "");
-  EXPECT_EQ(prefix.getExponent(), 0);
-  EXPECT_EQ(prefix.getMult(), 1.0);
-  EXPECT_EQ(prefix.getUDI(), nullptr);
   prefix.setName("  nano2 ");
   EXPECT_EQ(prefix.getName(), "nano2");
   EXPECT_UNIT_ERROR(prefix.setMult(0.0), "Unit:PrefixZeroMultNotAllowed",

@@ -12,25 +12,14 @@ namespace {
 
 using Property = UnitRepresentationApi::UNIT_REP_PROPERTY;
 
-TEST(UnitRepresentation, Defaults) {
-  UnitRepresentation unit;
-  EXPECT_EQ(unit.getName(), "");
-  EXPECT_EQ(unit.getAlias(), "");
-  EXPECT_EQ(unit.getCompositionString(), "");
-  EXPECT_EQ(unit.getMultiplier(), 1.0);
-  EXPECT_EQ(unit.getOffset(), 0.0);
-  EXPECT_TRUE(unit.getLibraryVisible());
-  EXPECT_EQ(unit.getUDI(), nullptr);
-  UnitRepresentation direct(" a ", "meter", 2.0, 0.5, false);
-  EXPECT_EQ(direct.getName(), " a ") << "the five-value constructor stores names untrimmed";
-}
-
 TEST(UnitRepresentation, OnlyTheNameIsTrimmed) {
   UnitRepresentation unit;
   unit.setName("  furlong \t");
   unit.setAlias("  fur ");
   EXPECT_EQ(unit.getName(), "furlong");
   EXPECT_EQ(unit.getAlias(), "  fur ");
+  UnitRepresentation direct(" a ", "meter", 2.0, 0.5, false);
+  EXPECT_EQ(direct.getName(), " a ") << "the five-value constructor stores names untrimmed";
 }
 
 TEST(UnitRepresentation, EverySetterAnnouncesBeforeStoring) {

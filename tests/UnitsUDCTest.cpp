@@ -20,15 +20,9 @@ class UnitClass : public ModuleFixture {
     set(object, "conversionoffset", num(offset));
     return object;
   }
-  std::string displayed(const std::vector<UDInterface*>& objects) {
+  std::string displayed(UDInterface* object) {
     ConsoleCapture console;
-    if (objects.size() == 1) {
-      call(objects[0], "display", 0);
-    } else {
-      std::vector<HostArrayPtr> args;
-      args.push_back(handles(objects));
-      call("display", 0, std::move(args));
-    }
+    call(object, "display", 0);
     return console.text();
   }
 };
@@ -63,18 +57,9 @@ TEST_F(UnitClass, DisplayLinesByteForByte) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
-    EXPECT_EQ(displayed({unit(c.name, c.composition, c.factor, c.offset)}),
+    EXPECT_EQ(displayed(unit(c.name, c.composition, c.factor, c.offset)),
               std::string(kBanner) + c.line);
   }
-}
-
-TEST_F(UnitClass, DisplayOfAHandleVectorPrintsTheBannerOnce) {
-  std::string shown =
-      displayed({unit("a", "meter", 1), unit("b", "meter", 2), unit("c", "meter", 3)});
-  EXPECT_EQ(shown, std::string(kBanner) +
-                       "   1       a                 meter               1           0\n" +
-                       "   2       b                 meter               2           0\n" +
-                       "   3       c                 meter               3           0\n");
 }
 
 TEST_F(UnitClass, Compare) {
