@@ -57,6 +57,9 @@ class CompositionCache {
   void forEach(Visitor visitor);
   std::size_t size() const { return entries_.size(); }
 
+  // A fast hash of short texts, also the registry's for unit names.
+  static std::uint64_t hashOf(const std::string& text);
+
  private:
   struct Entry {
     std::string text;
@@ -68,7 +71,6 @@ class CompositionCache {
   // entry's hash in its high half, so that most mismatches need no visit to the entry.
   static constexpr std::uint64_t kEmpty = 0;
 
-  static std::uint64_t hashOf(const std::string& text);
   // The slot that holds the entry with this text, or the empty slot where it would go.
   std::size_t slotOf(const std::string& text, std::uint64_t hash) const;
   // The slot that refers to the entry at this index.

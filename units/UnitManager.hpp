@@ -210,9 +210,16 @@ class UnitManager {
   // Per built-in quantity: units below this index are built-in.
   std::vector<int> builtinCounts_;
 
-  std::unordered_map<std::string, int> quantityOfUnit_;
+  // Unit names are short: the cache's hash reads them a word at a time, where the
+  // standard one costs more than the rest of a cached conversion's look-up.
+  struct NameHash {
+    std::size_t operator()(const std::string& name) const {
+      return static_cast<std::size_t>(CompositionCache::hashOf(name));
+    }
+  };
+  std::unordered_map<std::string, int, NameHash> quantityOfUnit_;
   // Where each registered name lives; names are unique across quantities.
-  std::unordered_map<std::string, UnitAddress> addresses_;
+  std::unordered_map<std::string, UnitAddress, NameHash> addresses_;
   // The cache owns these compositions: one per unit name and per verified text.
   CompositionCache cache_;
   // The registered definitions that are not library visible, whose names warn on
