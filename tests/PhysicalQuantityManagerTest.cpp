@@ -157,13 +157,14 @@ TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnno
   EXPECT_EQ(heard, (std::vector<std::string>{"xa_rate", "xb", "xa"}));
 }
 
-TEST_F(PhysicalQuantityRegistry, ListenerRefusalStopsTheRemoval) {
+TEST_F(PhysicalQuantityRegistry, AListenerCannotRefuseARemoval) {
   add("x", {0, 0, 7, 0, 0, 0, 0});
   registry->addPhysicalQuantityUnregisteredListener([](const QuantityDimensionApi*, unsigned long) {
     throw new ErrorIdException("Test:Refused", "no");
   });
   EXPECT_UNIT_ERROR_ID(registry->unregisterPhysicalQuantity("x"), "Test:Refused");
-  EXPECT_EQ(registry->getQuantityIdx(std::string("x")), 37);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("x")), -1);
+  EXPECT_EQ(UnitManager::Instance()->getNumQuantityLists(), registry->getNumQuantities());
 }
 
 TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhenRegistrationFails) {

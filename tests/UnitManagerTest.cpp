@@ -147,6 +147,20 @@ TEST_F(UnitRegistry, PrefixedNameOrTheSameDefinitionAgainStoresAndAnnouncesNothi
   EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1000.0);
 }
 
+TEST_F(UnitRegistry, ARegistrationRefusedAtItsLastCheckLeavesNoTrace) {
+  // The definition's own listener refuses the rewrite of a base-quantity unit in base units,
+  // the last step before anything is stored.
+  RegistrySnapshot before = RegistrySnapshot::take();
+  UnitRepresentation definition("zzt", "kelvin*meter/meter", 1.0, 0.0, true);
+  definition.addChangeListener(
+      [](const UnitRepresentationApi*, UnitRepresentationApi::UNIT_REP_PROPERTY) {
+        throw new ErrorIdException("Test:Refused", "no");
+      });
+  EXPECT_UNIT_ERROR_ID(units->registerUnit(&definition), "Test:Refused");
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+  EXPECT_UNIT_ERROR_ID(convert("zzt", "kelvin"), "Unit:NotFound");
+}
+
 TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
   add("furlong", "meter", 201.168);
   add("fph", "furlong/hour");

@@ -5,6 +5,7 @@
 
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
+#include "units/Announcement.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
@@ -115,21 +116,38 @@ void PhysicalQuantityManager::addPhysicalQuantityUnregisteredListener(
   listeners_->unregistered.push_back(listener);
 }
 
+void PhysicalQuantityManager::setUnitRegistryFollower(const RegisteredListener& added,
+                                                      const UnregisteredListener& removed) {
+  listeners_->added = added;
+  listeners_->removed = removed;
+}
+
 void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* quantity) {
-  if (!isValidCALVEXIdentifier(quantity->getName())) raiseError(errors::QuantityNameInvalid);
-  const std::string name = quantity->getName();
+  Announcement::refuseInsideListener();
+  checkNewQuantity(*quantity);
+  storeQuantity(const_cast<QuantityDimension*>(quantity));
+}
+
+void PhysicalQuantityManager::checkNewQuantity(const QuantityDimension& quantity) const {
+  if (!isValidCALVEXIdentifier(quantity.getName())) raiseError(errors::QuantityNameInvalid);
+  const std::string name = quantity.getName();
   for (const auto& entry : quantities_) {
     if (name == entry->getName()) raiseError(errors::QuantityDuplicateName, name);
-    if (*quantity == *entry)
-      raiseError(errors::QuantityDuplicateDimensions, name, entry->getName());
+    if (quantity == *entry) raiseError(errors::QuantityDuplicateDimensions, name, entry->getName());
   }
-  names_.push_back(name);
-  // The registry takes over the caller's object once every check has passed.
-  quantities_.emplace_back(const_cast<QuantityDimension*>(quantity));
-  for (const RegisteredListener& listener : listeners_->registered) listener(quantity);
+}
+
+void PhysicalQuantityManager::storeQuantity(QuantityDimension* quantity) {
+  Announcement announcement;
+  names_.push_back(quantity->getName());
+  quantities_.emplace_back(quantity);
+  if (listeners_->added) listeners_->added(quantity);
+  announcement.tell(listeners_->registered, quantity);
+  announcement.finish();
 }
 
 void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name) {
+  Announcement::refuseInsideListener();
   int index = -1;
   for (std::size_t i = 0; i < names_.size(); ++i) {
     if (names_[i] == name) {
@@ -142,10 +160,11 @@ void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name
   // A unit that uses one of the quantity's units refuses before any listener hears of it.
   UnitManager::Instance()->verifyQuantityRemoval(index);
 
-  for (const UnregisteredListener& listener : listeners_->unregistered) {
-    listener(quantities_.at(static_cast<std::size_t>(index)).get(),
-             static_cast<unsigned long>(index));
-  }
+  Announcement announcement;
+  const QuantityDimension* removed = quantities_.at(static_cast<std::size_t>(index)).get();
+  announcement.tell(listeners_->unregistered, removed, static_cast<unsigned long>(index));
+  // The unit registry removes the quantity's units, each announced, and then its lists.
+  if (listeners_->removed) listeners_->removed(removed, static_cast<unsigned long>(index));
 
   std::vector<std::unique_ptr<QuantityDimension>> kept;
   kept.reserve(quantities_.size());
@@ -154,6 +173,7 @@ void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name
   }
   quantities_ = std::move(kept);
   names_.erase(names_.begin() + index);
+  announcement.finish();
 }
 
 void PhysicalQuantityManager::registerAnonymousPQ(const UnitComposition* composition) {
@@ -164,9 +184,8 @@ void PhysicalQuantityManager::registerAnonymousPQ(const UnitComposition* composi
   QuantityDimension dimensions(&numerator);
   dimensions /= QuantityDimension(&denominator);
   dimensions.setName(("Unnamed_Quant_" + std::to_string(anonymousCounter)).c_str());
-  auto quantity = std::make_unique<QuantityDimension>(dimensions);
-  registerPhysicalQuantity(quantity.get());
-  quantity.release();  // the registry owns it now
+  checkNewQuantity(dimensions);
+  storeQuantity(new QuantityDimension(dimensions));
 }
 
 const QuantityDimension* PhysicalQuantityManager::getQuantityDimension(int index) const {

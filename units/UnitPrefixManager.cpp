@@ -7,6 +7,7 @@
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
+#include "units/Announcement.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitManager.hpp"
@@ -110,14 +111,23 @@ bool UnitPrefixManager::verifyUnitPrefix(const UnitPrefix* prefix) const {
 }
 
 void UnitPrefixManager::registerPrefix(UnitPrefixApi* prefixApi) {
+  Announcement::refuseInsideListener();
   auto* prefix = dynamic_cast<UnitPrefix*>(prefixApi);
   if (prefix == nullptr) throw std::invalid_argument("registerPrefix needs a TwUnits::UnitPrefix");
   if (verifyUnitPrefix(prefix)) return;  // the same prefix is registered; the caller keeps this one
+  Announcement announcement;
   attachChangeGuard(prefix);
   prefixes_.emplace_back(prefix);
   byName_.emplace(prefix->getName(), prefix);
   names_.push_back(prefix->getName());
-  for (const Listener& listener : listeners_->registered) listener(prefix);
+  if (listeners_->added) listeners_->added(prefix);
+  announcement.tell(listeners_->registered, prefix);
+  announcement.finish();
+}
+
+void UnitPrefixManager::setUnitRegistryFollower(const Listener& added, const Listener& removing) {
+  listeners_->added = added;
+  listeners_->removing = removing;
 }
 
 void UnitPrefixManager::prefixChangedEvent(const UnitPrefixApi* prefix,
@@ -127,6 +137,7 @@ void UnitPrefixManager::prefixChangedEvent(const UnitPrefixApi* prefix,
 }
 
 void UnitPrefixManager::unregisterPrefix(const std::string& name) {
+  Announcement::refuseInsideListener();
   int index = getPrefixIndex(name);
   if (index == -1) raiseError(errors::PrefixNotFound, name);
   if (index < builtinCount_) raiseError(errors::PrefixCannotUnregisterBuiltin);
@@ -139,12 +150,14 @@ void UnitPrefixManager::unregisterPrefix(const std::string& name) {
         errors::PrefixBeingUsed,
         units->getQuantityUnitStrings2(user.first).at(static_cast<std::size_t>(user.second)));
   }
-  // A listener may refuse the removal by raising; nothing has changed yet.
-  for (const Listener& listener : listeners_->unregistered) listener(prefix);
-  if (listeners_->removal) listeners_->removal(prefix);
+  Announcement announcement;
+  announcement.tell(listeners_->unregistered, prefix);
+  if (listeners_->removal) announcement.call([&] { listeners_->removal(prefix); });
+  if (listeners_->removing) listeners_->removing(prefix);
   byName_.erase(name);
   names_.erase(names_.begin() + index);
   prefixes_.erase(prefixes_.begin() + index);
+  announcement.finish();
 }
 
 bool UnitPrefixManager::isPrefixBuiltin(const std::string& name) const {
