@@ -65,6 +65,11 @@ TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecides) {
        {0, 0, 5, 0, 0, 0, 0},
        "Unit:QuantityNameInvalid",
        "Error registering physical quantity. See help for valid names."},
+      // an identifier, but a number in a quantity composition
+      {"NaN",
+       {0, 0, 5, 0, 0, 0, 0},
+       "Unit:QuantityNameInvalid",
+       "Error registering physical quantity. See help for valid names."},
       {"velocity2",
        {0, 0, 1, -1, 0, 0, 0},
        "Unit:QuantityDuplicateDimensions",

@@ -6,6 +6,7 @@
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
 #include "units/Announcement.hpp"
+#include "units/QuantityStringParser.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
@@ -129,7 +130,11 @@ void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* 
 }
 
 void PhysicalQuantityManager::checkNewQuantity(const QuantityDimension& quantity) const {
-  if (!isValidCALVEXIdentifier(quantity.getName())) raiseError(errors::QuantityNameInvalid);
+  // "Inf" and "NaN" are identifiers, but in a quantity composition they are numbers.
+  if (!isValidCALVEXIdentifier(quantity.getName()) ||
+      QuantityStringParser::getTokenEnum(quantity.getName()) != QuantityStringParserApi::NAME) {
+    raiseError(errors::QuantityNameInvalid);
+  }
   const std::string name = quantity.getName();
   for (const auto& entry : quantities_) {
     if (name == entry->getName()) raiseError(errors::QuantityDuplicateName, name);

@@ -430,7 +430,11 @@ void UnitManager::validateTimeUnits(const std::string& text) {
 
 int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definition) const {
   const std::string& name = definition->getName();
-  if (!isValidCALVEXIdentifier(name)) raiseError(errors::NameInvalid);
+  // "Inf" and "NaN" are identifiers, but in a composition they are numbers.
+  if (!isValidCALVEXIdentifier(name) ||
+      QuantityStringParser::getTokenEnum(name) != QuantityStringParserApi::NAME) {
+    raiseError(errors::NameInvalid);
+  }
   if (checkForPrefixInRegisteringUnitName(name, definition) == NOTHING_TO_REGISTER)
     return NOTHING_TO_REGISTER;
 

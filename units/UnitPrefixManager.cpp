@@ -10,6 +10,7 @@
 #include "units/Announcement.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitChangeEvent.hpp"
+#include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/messages/UnitErrors.hpp"
 #include "units/udd/UDDObjectManager.hpp"
@@ -153,6 +154,7 @@ void UnitPrefixManager::unregisterPrefix(const std::string& name) {
   Announcement announcement;
   announcement.tell(listeners_->unregistered, prefix);
   if (listeners_->removal) announcement.call([&] { listeners_->removal(prefix); });
+  UnitComposition::prefixRemoved(index);
   if (listeners_->removing) listeners_->removing(prefix);
   byName_.erase(name);
   names_.erase(names_.begin() + index);
