@@ -23,14 +23,14 @@ ERRORS: dict[str, type[UnitsError]]
 WARNINGS: dict[str, type[UnitsWarning]]
 
 @overload
-def convert(value: float, from_text: str, to_text: str) -> float: ...
+def convert(value: float, from_text: str, to_text: str) -> float: ...  # type: ignore[misc]
 @overload
 def convert(value: npt.ArrayLike, from_text: str, to_text: str) -> np.ndarray: ...
 
 class Converter:
     def __init__(self, from_text: str, to_text: str) -> None: ...
     @overload
-    def __call__(self, value: float) -> float: ...
+    def __call__(self, value: float) -> float: ...  # type: ignore[misc]
     @overload
     def __call__(self, value: npt.ArrayLike) -> np.ndarray: ...
     @property
