@@ -162,7 +162,7 @@ TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnno
   EXPECT_EQ(heard, (std::vector<std::string>{"xa_rate", "xb", "xa"}));
 }
 
-TEST_F(PhysicalQuantityRegistry, AListenerCannotRefuseARemoval) {
+TEST_F(PhysicalQuantityRegistry, ListenersAfterTheUnitRegistryCannotRefuseARemoval) {
   add("x", {0, 0, 7, 0, 0, 0, 0});
   registry->addPhysicalQuantityUnregisteredListener([](const QuantityDimensionApi*, unsigned long) {
     throw new ErrorIdException("Test:Refused", "no");

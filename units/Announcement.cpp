@@ -39,6 +39,13 @@ void Announcement::keep(std::exception_ptr error) {
   }
 }
 
+bool Announcement::underWay() const {
+  for (const Announcement* change = this; change != nullptr; change = change->outer_) {
+    if (change->committed_) return true;
+  }
+  return false;
+}
+
 void Announcement::finish() {
   if (!first_) return;
   std::exception_ptr error = first_;

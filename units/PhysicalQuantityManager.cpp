@@ -1,5 +1,6 @@
 #include "units/PhysicalQuantityManager.hpp"
 
+#include <algorithm>
 #include <boost/bind/bind.hpp>
 #include <string>
 
@@ -121,6 +122,7 @@ void PhysicalQuantityManager::setUnitRegistryFollower(const RegisteredListener& 
                                                       const UnregisteredListener& removed) {
   listeners_->added = added;
   listeners_->removed = removed;
+  listeners_->removedAt = listeners_->unregistered.size();
 }
 
 void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* quantity) {
@@ -165,11 +167,20 @@ void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name
   // A unit that uses one of the quantity's units refuses before any listener hears of it.
   UnitManager::Instance()->verifyQuantityRemoval(index);
 
+  // The unit registry removes the quantity's units, each announced, in the place of the
+  // listener list where it came in; the listeners before it may refuse the removal.
   Announcement announcement;
   const QuantityDimension* removed = quantities_.at(static_cast<std::size_t>(index)).get();
-  announcement.tell(listeners_->unregistered, removed, static_cast<unsigned long>(index));
-  // The unit registry removes the quantity's units, each announced, and then its lists.
-  if (listeners_->removed) listeners_->removed(removed, static_cast<unsigned long>(index));
+  const unsigned long position = static_cast<unsigned long>(index);
+  const std::vector<UnregisteredListener>& listeners = listeners_->unregistered;
+  auto followerAt = listeners.begin() +
+                    static_cast<std::ptrdiff_t>(std::min(listeners_->removedAt, listeners.size()));
+  const std::vector<UnregisteredListener> before(listeners.begin(), followerAt);
+  const std::vector<UnregisteredListener> after(followerAt, listeners.end());
+  announcement.offer(before, removed, position);
+  announcement.commit();
+  if (listeners_->removed) listeners_->removed(removed, position);
+  announcement.tell(after, removed, position);
 
   std::vector<std::unique_ptr<QuantityDimension>> kept;
   kept.reserve(quantities_.size());

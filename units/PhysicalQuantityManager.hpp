@@ -65,8 +65,9 @@ class PhysicalQuantityManager : public PhysicalQuantityManagerApi {
   // Registers the dimensions of the composition as "Unnamed_Quant_<n>".
   void registerAnonymousPQ(const UnitComposition* composition);
   // The unit registry's per-quantity lists follow each addition and removal as part of it:
-  // `added` once a quantity is stored, before the listeners hear of it; `removed` after the
-  // listeners heard of a removal, before the quantity goes.
+  // `added` once a quantity is stored, before the listeners hear of it; `removed` (which
+  // removes the quantity's units) among the unregistered listeners, in the place of the
+  // ones added so far, before the quantity goes.
   void setUnitRegistryFollower(const RegisteredListener& added,
                                const UnregisteredListener& removed);
 
@@ -90,6 +91,7 @@ class PhysicalQuantityManager : public PhysicalQuantityManagerApi {
     std::vector<UnregisteredListener> unregistered;
     RegisteredListener added;
     UnregisteredListener removed;
+    std::size_t removedAt = 0;  // the unregistered listeners that come before `removed`
   };
 
   void checkNewQuantity(const QuantityDimension& quantity) const;

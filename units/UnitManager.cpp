@@ -546,9 +546,10 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   }
 
   if (code == REDEFINITION) {
-    unregisterUnitForUnitRegistration(definition, nullptr);
+    unregisterUnitForUnitRegistration(definition, nullptr);  // its listeners may refuse
     composition = verifyUnitCompositionString(compositionText);
   }
+  announcement.commit();
   cache_.assign(name, std::make_unique<UnitComposition>(scaled(*composition, multiplier)));
   // The expansion's own text is stored where one was worked out.
   if (!expansionText.empty()) composition = verifyUnitCompositionString(expansionText);
@@ -610,7 +611,8 @@ void UnitManager::unregisterUnit(const std::string& name) {
   const int index = address.second;
   Announcement announcement;
   UnitRepresentation* definition = getUnitRepresentation(quantity, index);
-  announcement.tell(data_->unregistered, definition);
+  announcement.offer(data_->unregistered, definition);
+  announcement.commit();
   if (data_->removalHook) announcement.call([&] { data_->removalHook(definition); });
 
   auto& names = at(unitNames_, quantity);

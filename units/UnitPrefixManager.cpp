@@ -152,7 +152,8 @@ void UnitPrefixManager::unregisterPrefix(const std::string& name) {
         units->getQuantityUnitStrings2(user.first).at(static_cast<std::size_t>(user.second)));
   }
   Announcement announcement;
-  announcement.tell(listeners_->unregistered, prefix);
+  announcement.offer(listeners_->unregistered, prefix);
+  announcement.commit();
   if (listeners_->removal) announcement.call([&] { listeners_->removal(prefix); });
   UnitComposition::prefixRemoved(index);
   if (listeners_->removing) listeners_->removing(prefix);
