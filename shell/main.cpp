@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "host/Console.hpp"
+#include "host/FailureReport.hpp"
 #include "host/HostArray.hpp"
 #include "host/JavaBridge.hpp"
 #include "host/ModuleLoader.hpp"
@@ -23,7 +24,6 @@
 #include "host/UDHostCalls.hpp"
 #include "host/UDInterface.hpp"
 #include "host/Warning.hpp"
-#include "host/interpreter/FailureReport.hpp"
 #include "host/interpreter/Interpreter.hpp"
 #include "host/interpreter/InterpreterError.hpp"
 #include "host/interpreter/ValueDisplay.hpp"
