@@ -1,18 +1,24 @@
-# Installs the Octave package into a fresh prefix, or runs one test file against it.
+# Installs the Octave package into a fresh prefix, or runs a test against it: the %!
+# blocks of one test file, or the replay of one shell transcript.
 #
 #   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DTARBALL=twzo_units-1.0.0.tar.gz -P RunOctave.cmake
 #   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DTEST_FILE=Unit.tst -P RunOctave.cmake
+#   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DTRANSCRIPT=units.out -P RunOctave.cmake
 #
 # Octave reads no start-up files and keeps no history, and pkg looks only at PREFIX.
 
-set(packages "pkg local_list ${PREFIX}/octave_packages;")
-if(TARBALL)
+get_filename_component(here ${CMAKE_CURRENT_LIST_FILE} DIRECTORY)
+set(load "pkg local_list ${PREFIX}/octave_packages; pkg load twzo_units; addpath ${here};")
+if(DEFINED TARBALL)
   file(REMOVE_RECURSE ${PREFIX})
   file(MAKE_DIRECTORY ${PREFIX})
-  set(code "pkg prefix ${PREFIX} ${PREFIX}; ${packages} pkg install ${TARBALL}")
-else()
-  set(code "${packages} pkg load twzo_units; [passed, total] = test ('${TEST_FILE}', 'quiet', stdout);
+  set(code "pkg prefix ${PREFIX} ${PREFIX}; pkg local_list ${PREFIX}/octave_packages;
+            pkg install ${TARBALL}")
+elseif(DEFINED TEST_FILE)
+  set(code "${load} [passed, total] = test ('${TEST_FILE}', 'quiet', stdout);
             printf ('%d of %d tests passed\\n', passed, total); exit (passed != total || total == 0)")
+else()
+  set(code "${load} replay_transcript ('${TRANSCRIPT}')")
 endif()
 execute_process(COMMAND ${OCTAVE} --quiet --no-history --norc --eval "${code}"
                 INPUT_FILE /dev/null RESULT_VARIABLE status)

@@ -32,20 +32,17 @@ classdef HostObject
       ## get (obj)
       ## s = get (obj)
       ## value = get (obj, name)
-      ## The object's visible properties as a struct (shown when no output is asked
-      ## for), or the value of one property.
+      ## Shows the object's visible properties, one per line, or gives them as a
+      ## struct, or gives the value of one property.
       if (nargin == 2)
         value = obj.(name);
-        return;
-      endif
-      s = struct ();
-      for name = properties (obj)'
-        s.(name{1}) = obj.(name{1});
-      endfor
-      if (nargout == 0)
-        disp (s);
+      elseif (nargout == 0)
+        printf ("%s", property_lines (obj));
       else
-        value = s;
+        value = struct ();
+        for name = visible_properties (obj)
+          value.(name{1}) = obj.(name{1});
+        endfor
       endif
     endfunction
 
@@ -71,28 +68,18 @@ classdef HostObject
 
     function disp(obj)
       if (! isscalar (obj))
-        printf ("  %s %s array\n", strjoin (arrayfun (@num2str, size (obj), "uniformoutput", false), "x"), class (obj));
+        printf ("  %s %s array\n", size_text (obj), class (obj));
       elseif (! isvalid (obj))
         printf ("  handle to a deleted %s object\n", class (obj));
+      elseif (isempty (visible_properties (obj)))
+        printf ("  %s with no visible properties\n", class (obj));
       else
-        ## The visible properties in the module's order, from its description.
-        described = strsplit (__twzo_units__ ("describe", class (obj)), "\n");
-        listed = described(find (strcmp (described, "Properties:")) + 1:end);
-        names = regexp (listed(! cellfun (@isempty, listed)), '^  (\w+) ', "tokens", "once");
-        if (isempty (names))
-          printf ("  %s with no visible properties\n", class (obj));
-          return;
-        endif
-        names = [names{:}];
-        printf ("  %s with properties:\n\n", class (obj));
-        width = max (cellfun (@numel, names));
-        for k = 1:numel (names)
-          printf ("    %*s: %s\n", width, names{k}, inline_value (obj.(names{k})));
-        endfor
-        printf ("\n");
+        printf ("  %s with properties:\n%s", class (obj), property_lines (obj));
       endif
     endfunction
+  endmethods
 
+  methods (Hidden)
     ## Octave joins objects of a class only through these.
     function joined = horzcat(varargin)
       joined = varargin{1};
@@ -114,8 +101,25 @@ classdef HostObject
   endmethods
 endclassdef
 
-## A property's value on one line.
-function text = inline_value (value)
+## The names of the visible properties, in the module's order, from its description.
+function names = visible_properties (obj)
+  described = strsplit (__twzo_units__ ("describe", class (obj)), "\n");
+  listed = described(find (strcmp (described, "Properties:")) + 1:end);
+  names = regexp (listed(! cellfun (@isempty, listed)), '^  (\w+) ', "tokens", "once");
+  names = [names{:}];
+endfunction
+
+## One line for each visible property, "    name: value", the names aligned.
+function text = property_lines (obj)
+  names = visible_properties (obj);
+  width = max (cellfun (@numel, names));
+  text = "";
+  for k = 1:numel (names)
+    text = [text sprintf("    %*s: %s\n", width, names{k}, value_text (obj.(names{k})))];
+  endfor
+endfunction
+
+function text = value_text (value)
   if (ischar (value) && rows (value) <= 1)
     text = ["'" value "'"];
   elseif (islogical (value) && isscalar (value))
@@ -123,6 +127,10 @@ function text = inline_value (value)
   elseif (isnumeric (value) && isscalar (value))
     text = num2str (value, 15);
   else
-    text = sprintf ("[%s %s]", strjoin (arrayfun (@num2str, size (value), "uniformoutput", false), "x"), class (value));
+    text = sprintf ("[%s %s]", size_text (value), class (value));
   endif
+endfunction
+
+function text = size_text (value)
+  text = strjoin (arrayfun (@num2str, size (value), "uniformoutput", false), "x");
 endfunction
