@@ -135,6 +135,7 @@ octave_value OctaveValues::toOctave(const HostArray& value) {
       return numbers;
     }
     case HostArray::ClassId::Char: {
+      if (m * n == 0) return octave_value("");  // Octave's empty text is 0x0
       charMatrix chars(rows, columns);
       for (std::size_t r = 0; r < m; ++r) {
         std::string row = value.getStringRow(r);

@@ -4,8 +4,8 @@
 // The border between Octave's values and the host's arrays, both ways. Numbers of every
 // real class become doubles, logicals logicals, char arrays char matrices, cells cells
 // (element by element), and objects of the five classes handle arrays; back again,
-// int32 stays int32 and host objects become objects of the Octave class named after
-// their host class.
+// int32 stays int32, an empty text is Octave's '' and host objects become objects of
+// the Octave class named after their host class.
 //
 // Example:
 //   HostArrayPtr name = OctaveValues::toHost(args(1));  // 'furlong' -> 1x7 char

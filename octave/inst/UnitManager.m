@@ -151,7 +151,7 @@ classdef UnitManager < twzo_units.HostObject
     function varargout = parsecomposition(obj, varargin)
       ## [names, exponents] = um.parsecomposition (composition)
       ## The unit names of the composition, one per row of a char matrix, and their
-      ## net exponents as int32.
+      ## net exponents, in the same order.
       varargout = __twzo_units__ ("invoke", "parsecomposition", nargout, obj, varargin{:});
     endfunction
 
