@@ -3,9 +3,9 @@
 ## and compares, byte for byte, what the two share: the module's own displays of
 ## units and prefixes, the objects' property lists and the errors that the module
 ## and the host calls raise (shown as the shell shows them,
-## "Error (IDENTIFIER): MESSAGE"), and the text of every warning.  Values that Octave
-## shows in its own way (numbers, texts, cells) are not compared.  Fails at the first
-## difference.
+## "Error (IDENTIFIER): MESSAGE"), the text of every warning, and the values that
+## the shell shows on one line (numbers to its 15 digits, logicals, texts, rows),
+## which Octave shows in its own way.  Fails at the first difference.
 
 function replay_transcript (rt_file)
   rt_lines = strsplit (fileread (rt_file), "\n", "collapsedelimiters", false);
@@ -39,6 +39,10 @@ function replay_transcript (rt_file)
       rt_shown = @(text) regexp (text, '(^|\n)\w+ =\n(?!.*\n\w+ =\n).*', "match", "once");
       rt_same = rt_same && strcmp (rt_shown (rt_actual), rt_shown (rt_expected));
       rt_compared += 1;
+    elseif (! isempty (rt_shown_value = regexp (rt_expected, '^(\w+) = ([^\n]+)\n$', "tokens", "once")))
+      ## A value the shell shows on one line: the same value, to the shell's 15 digits.
+      rt_same = rt_same && same_value (eval (rt_shown_value{1}), rt_shown_value{2});
+      rt_compared += 1;
     endif
     if (! rt_same)
       error ("replay:differs", "%s, '%s':\n--- expected\n%s--- Octave\n%s", rt_file, rt_statement,
@@ -46,4 +50,22 @@ function replay_transcript (rt_file)
     endif
   endfor
   printf ("%s: %d of %d statements compared\n", rt_file, rt_compared, numel (rt_statements));
+endfunction
+
+## Whether the Octave value is what the shell shows as text: a number to 15
+## significant digits, true or false, a quoted text, a row of numbers.
+function same = same_value (value, text)
+  if (any (strcmp (text, {"true", "false"})))
+    same = islogical (value) && isscalar (value) && value == strcmp (text, "true");
+  elseif (text(1) == "'")
+    same = ischar (value) && strcmp (value(:)', strrep (text(2:end-1), "''", "'"));
+  else
+    expected = str2num (text);
+    same = isnumeric (value) && isequal (size (value), size (expected));
+    if (same)
+      close = value == expected | (isnan (value) & isnan (expected)) ...
+              | abs (value - expected) <= 5e-15 * abs (expected);
+      same = all (close(:));
+    endif
+  endif
 endfunction
