@@ -1,4 +1,4 @@
-classdef UnitPrefix < twzo_units.HostObject
+classdef UnitPrefix < twzo_units.RegistryEntry
   ## UnitPrefix  One unit prefix of the units module: a name and a power of ten
   ## (exponent), from -51 to 51 but not 0.  The manager's registerprefix and
   ## showprefixes give the registry's own prefixes; UnitPrefix with no arguments
@@ -24,9 +24,7 @@ classdef UnitPrefix < twzo_units.HostObject
   ##   builtin (bool, read-only): True if a unit prefix is a builtin unit prefix.
 
   properties (Dependent)
-    name        # Unit prefix name
     exponent    # Prefix exponent
-    builtin     # True if a unit prefix is a builtin unit prefix (setting it has no effect).
   endproperties
 
   properties (Dependent, Hidden)
@@ -35,45 +33,7 @@ classdef UnitPrefix < twzo_units.HostObject
 
   methods
     function obj = UnitPrefix(varargin)
-      obj = obj@twzo_units.HostObject ("UnitPrefix", varargin{:});
-    endfunction
-
-    function varargout = register(obj, varargin)
-      ## p.register ()
-      ## Registers the prefix with the prefix registry; the registry's checks apply.
-      varargout = __twzo_units__ ("invoke", "register", nargout, obj, varargin{:});
-    endfunction
-
-    function varargout = compare(obj, varargin)
-      ## tf = p.compare (other)
-      ## True when other is of the same class and every property of the two has
-      ## the same value.
-      varargout = __twzo_units__ ("invoke", "compare", nargout, obj, varargin{:});
-    endfunction
-
-    function varargout = delete(obj, varargin)
-      ## p.delete ()
-      ## Unregisters the prefix by its name and deletes its host object; every
-      ## variable that holds it then holds a deleted object.
-      varargout = __twzo_units__ ("invoke", "delete", nargout, obj, varargin{:});
-    endfunction
-
-    function disp(obj)
-      ## disp (prefixes)
-      ## Shows the prefixes in the module's own table, one line each (the module's
-      ## display method); display (prefixes) shows the same after the variable's name.
-      if (all (isvalid (obj)))
-        __twzo_units__ ("invoke", "display", 0, obj);
-      else
-        disp@twzo_units.HostObject (obj);
-      endif
-    endfunction
-
-    function value = get.name(obj)
-      value = __twzo_units__ ("get", obj, "name");
-    endfunction
-    function obj = set.name(obj, value)
-      __twzo_units__ ("set", obj, "name", value);
+      obj = obj@twzo_units.RegistryEntry ("UnitPrefix", varargin{:});
     endfunction
 
     function value = get.exponent(obj)
@@ -81,13 +41,6 @@ classdef UnitPrefix < twzo_units.HostObject
     endfunction
     function obj = set.exponent(obj, value)
       __twzo_units__ ("set", obj, "exponent", value);
-    endfunction
-
-    function value = get.builtin(obj)
-      value = __twzo_units__ ("get", obj, "builtin");
-    endfunction
-    function obj = set.builtin(obj, value)
-      __twzo_units__ ("set", obj, "builtin", value);
     endfunction
 
     function value = get.multiplier(obj)
