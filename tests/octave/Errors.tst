@@ -21,7 +21,8 @@
 %! setup = ["um = UnitManager; f = um.registerunit ('tw_furlong', 'meter', 201.168);" ...
 %!          "fph = um.registerunit ('tw_fph', 'tw_furlong/hour', 1);" ...
 %!          "free = um.registerunit ('tw_chain', 'meter', 20.1168);" ...
-%!          "r = um.registerunit ('tw_rank', 'kelvin', 1, 5);"];
+%!          "r = um.registerunit ('tw_rank', 'kelvin', 1, 5);" ...
+%!          "um.getphysqtyforcomposition ('celsius/second');"];  # names the quantity at first sight
 %! nf = @(name) sprintf ("Referenced unit '%s' does not exist.", name);
 %! cases = {
 %!   "um.calculateconversion ('furlongs', 'meter', 1)", "Unit:NotFound", nf("furlongs")
@@ -45,6 +46,7 @@
 %!   "um.registerunit ('tw_offm', 'meter', 1, 5)", "Unit:OffsetUnitsTemperatureOnly", "Only temperature units can have an offset."
 %!   "um.registerunit ('tw_zero', 'meter', 0)", "Unit:ConversionFunctionZero", "The multiplier for a unit cannot be zero."
 %!   "um.calculateconversion ('meter', 'second', 1)", "Unit:ConversionDifferentQuants", "Unable to convert between units. Units are not of the same physical quantity."
+%!   "um.calculateconversion ('celsius/second', 'kelvin/second', 1)", "Unit:ConversionMixedOffset", "Unable to convert between units. Units with more than one physical quantity where one of the physical quantities has an offset cannot be converted."
 %!   "um.calculateconversion ('kilotw_rank', 'kelvin', 1)", "Unit:OffsetConversionWithPrefixNotAllowed", "Unable to convert between units. A unit with a prefix and an offset cannot be converted."
 %!   "um.registerphysicalquantity ('length', [0 0 5 0 0 0 0])", "Unit:QuantityDuplicateName", "Unable to register physical quantity 'length' because a physical quantity with that name already exists."
 %!   "um.registerphysicalquantity ('tw_speed', [0 0 1 -1 0 0 0])", "Unit:QuantityDuplicateDimensions", "Unable to register physical quantity 'tw_speed' because physical quantity 'velocity' has matching dimensions."
