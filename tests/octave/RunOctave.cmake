@@ -1,9 +1,10 @@
 # Installs the Octave package into a fresh prefix, or runs a test against it: the %!
-# blocks of one test file, or the replay of one shell transcript.
+# blocks of one test file, the replay of one shell transcript, or a script.
 #
 #   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DTARBALL=twzo_units-1.0.0.tar.gz -P RunOctave.cmake
 #   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DTEST_FILE=Unit.tst -P RunOctave.cmake
 #   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DTRANSCRIPT=units.out -P RunOctave.cmake
+#   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DSCRIPT=demo_octave.m -P RunOctave.cmake
 #
 # Octave reads no start-up files and keeps no history, and pkg looks only at PREFIX.
 
@@ -17,8 +18,10 @@ if(DEFINED TARBALL)
 elseif(DEFINED TEST_FILE)
   set(code "${load} [passed, total] = test ('${TEST_FILE}', 'quiet', stdout);
             printf ('%d of %d tests passed\\n', passed, total); exit (passed != total || total == 0)")
-else()
+elseif(DEFINED TRANSCRIPT)
   set(code "${load} replay_transcript ('${TRANSCRIPT}')")
+else()
+  set(code "${load} run ${SCRIPT}")
 endif()
 execute_process(COMMAND ${OCTAVE} --quiet --no-history --norc --eval "${code}"
                 INPUT_FILE /dev/null RESULT_VARIABLE status)
