@@ -35,7 +35,7 @@ done | median)
 
 octave_us=$(for run in 1 2 3 4 5; do
   octave-cli --quiet --no-history --norc --eval "
-    pkg local_list $build/tests/octave/prefix/octave_packages; pkg load twzo_units; $setup
+    pkg local_list $build/tests/octave/prefix/octave_packages; pkg global_list $work/none; pkg load twzo_units; $setup
     x = um.calculateconversion ('mile', 'furlong', 1);
     t = cputime (); for k = 1:$calls, x = um.calculateconversion ('mile', 'furlong', 1); end
     printf ('%.2f\n', (cputime () - t) / $calls * 1e6);" </dev/null
@@ -43,7 +43,7 @@ done | median)
 
 gateway_us=$(for run in 1 2 3 4 5; do
   octave-cli --quiet --no-history --norc --eval "
-    pkg local_list $build/tests/octave/prefix/octave_packages; pkg load twzo_units; $setup
+    pkg local_list $build/tests/octave/prefix/octave_packages; pkg global_list $work/none; pkg load twzo_units; $setup
     x = __twzo_units__ ('invoke', 'calculateconversion', 1, um, 'mile', 'furlong', 1);
     t = cputime (); for k = 1:$calls, x = __twzo_units__ ('invoke', 'calculateconversion', 1, um, 'mile', 'furlong', 1); end
     printf ('%.2f\n', (cputime () - t) / $calls * 1e6);" </dev/null

@@ -6,15 +6,16 @@
 #   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DTRANSCRIPT=units.out -P RunOctave.cmake
 #   cmake -DOCTAVE=octave-cli -DPREFIX=dir -DSCRIPT=demo_octave.m -P RunOctave.cmake
 #
-# Octave reads no start-up files and keeps no history, and pkg looks only at PREFIX.
+# Octave reads no start-up files and keeps no history, and pkg looks only at PREFIX: its
+# lists of the user's and of everyone's packages are both there.
 
 get_filename_component(here ${CMAKE_CURRENT_LIST_FILE} DIRECTORY)
-set(load "pkg local_list ${PREFIX}/octave_packages; pkg load twzo_units; addpath ${here};")
+set(lists "pkg local_list ${PREFIX}/octave_packages; pkg global_list ${PREFIX}/global_packages;")
+set(load "${lists} pkg load twzo_units; addpath ${here};")
 if(DEFINED TARBALL)
   file(REMOVE_RECURSE ${PREFIX})
   file(MAKE_DIRECTORY ${PREFIX})
-  set(code "pkg prefix ${PREFIX} ${PREFIX}; pkg local_list ${PREFIX}/octave_packages;
-            pkg install ${TARBALL}")
+  set(code "${lists} pkg prefix ${PREFIX} ${PREFIX}; pkg install -local ${TARBALL}")
 elseif(DEFINED TEST_FILE)
   set(code "${load} [passed, total] = test ('${TEST_FILE}', 'quiet', stdout);
             printf ('%d of %d tests passed\\n', passed, total); exit (passed != total || total == 0)")
