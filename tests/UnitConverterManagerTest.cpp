@@ -1,7 +1,13 @@
 #include <gtest/gtest.h>
 
+// GCC 12 at -O3 takes a zero that boost::rational builds for uninitialized.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#include <boost/multiprecision/cpp_int.hpp>
+#pragma GCC diagnostic pop
 #include <cmath>
 #include <memory>
+#include <vector>
 
 #include "tests/support/ErrorCapture.hpp"
 #include "units/UnitComposition.hpp"
@@ -101,6 +107,91 @@ TEST_F(Converters, TablesGrowAndShrinkWithBaseUnits) {
   EXPECT_EQ(moved->getFromUnit(), 6);
   std::unique_ptr<UnitConverter> back(converters->getQuantityUnitConverter(2, 4, 6));
   EXPECT_EQ(back->getToUnit(), 6);
+}
+
+// Each built-in unit's value in its quantity's first unit, as the product of the library's
+// decimal factors (a factor after "/" divides), and for temperatures the offset.
+struct BuiltinValue {
+  int quantity;
+  const char* unit;
+  std::vector<const char*> factors;
+  const char* offset;
+};
+
+using Fraction = boost::multiprecision::cpp_rational;
+
+Fraction exactly(std::string decimal) {
+  bool divides = decimal[0] == '/';
+  if (divides) decimal.erase(0, 1);
+  boost::multiprecision::cpp_int digits = 0, scale = 1;
+  int exponent = 0;
+  std::size_t point = decimal.find('.'), e = decimal.find('e');
+  if (e != std::string::npos) exponent = std::stoi(decimal.substr(e + 1));
+  for (std::size_t i = 0; i < std::min(e, decimal.size()); ++i) {
+    if (decimal[i] == '-' || decimal[i] == '.') continue;
+    digits = digits * 10 + (decimal[i] - '0');
+    if (point != std::string::npos && i > point) --exponent;
+  }
+  for (int i = 0; i < std::abs(exponent); ++i) scale *= 10;
+  Fraction value = exponent >= 0 ? Fraction(digits * scale) : Fraction(digits, scale);
+  if (decimal[0] == '-') value = -value;
+  return divides ? Fraction(1 / value) : value;
+}
+
+// Whether no double lies nearer to the exact value than `rounded`.
+bool isNearest(double rounded, const Fraction& exact) {
+  Fraction distance = abs(Fraction(rounded) - exact);
+  for (double neighbour : {std::nextafter(rounded, -INFINITY), std::nextafter(rounded, INFINITY)}) {
+    if (abs(Fraction(neighbour) - exact) < distance) return false;
+  }
+  return true;
+}
+
+TEST_F(Converters, BuiltinPairsAreExactProductsRoundedOnce) {
+  const BuiltinValue values[] = {
+      {0, "item", {}, "0"},
+      {0, "molecule", {"1"}, "0"},
+      {0, "mole", {"6.02214199e+23", "1"}, "0"},
+      {1, "gram", {}, "0"},
+      {1, "ounce", {"28.34952312"}, "0"},
+      {1, "pound", {"16", "28.34952312"}, "0"},
+      {1, "ton", {"2000", "16", "28.34952312"}, "0"},
+      {2, "meter", {}, "0"},
+      {2, "inch", {"0.0254"}, "0"},
+      {2, "foot", {"12", "0.0254"}, "0"},
+      {2, "yard", {"36", "0.0254"}, "0"},
+      {2, "mile", {"5280", "12", "0.0254"}, "0"},
+      {2, "metre", {"1"}, "0"},
+      {3, "second", {}, "0"},
+      {3, "minute", {"60"}, "0"},
+      {3, "hour", {"3600"}, "0"},
+      {3, "day", {"86400"}, "0"},
+      {3, "year", {"365.25", "86400"}, "0"},
+      {4, "fahrenheit", {}, "0"},
+      {4, "celsius", {"1.8"}, "32"},
+      {4, "kelvin", {"1", "1.8"}, "-459.67"},  // 1.8 * -273.15 + 32
+      {4, "Celsius", {"1", "1.8"}, "32"},
+      {5, "ampere", {}, "0"},
+      {5, "biot", {"/0.1"}, "0"},
+      {6, "candela", {}, "0"},
+      {6, "candle", {"1.01937"}, "0"},
+  };
+  for (const BuiltinValue& from : values) {
+    for (const BuiltinValue& to : values) {
+      if (from.quantity != to.quantity) continue;
+      SCOPED_TRACE(std::string(from.unit) + " -> " + to.unit);
+      Fraction fromScale = 1, toScale = 1;
+      for (const char* factor : from.factors) fromScale *= exactly(factor);
+      for (const char* factor : to.factors) toScale *= exactly(factor);
+      UnitConverter entry =
+          converters->tableEntry(from.quantity, units->getUnitIndex(from.quantity, from.unit),
+                                 units->getUnitIndex(to.quantity, to.unit));
+      EXPECT_TRUE(isNearest(entry.getMultiplier(), fromScale / toScale)) << entry.getMultiplier();
+      EXPECT_TRUE(
+          isNearest(entry.getOffset(), (exactly(from.offset) - exactly(to.offset)) / toScale))
+          << entry.getOffset();
+    }
+  }
 }
 
 TEST_F(Converters, IntoAUnitSystem) {

@@ -127,25 +127,26 @@ void UnitManager::setupBuiltinBaseUnits() {
   };
   struct BaseConverter {
     int quantity, unit, reference;
-    double multiplier, offset;
+    const char* multiplier;  // exact decimals: pairs of built-in units are rounded once
+    const char* offset;
   };
   // value in the reference unit = multiplier * value in the unit + offset
   static const BaseConverter kConverters[] = {
-      {0, 1, 0, 1.0, 0.0},         {0, 2, 1, 6.02214199e+23, 0.0},
-      {1, 1, 0, 28.34952312, 0.0}, {1, 2, 1, 16.0, 0.0},
-      {1, 3, 2, 2000.0, 0.0},      {2, 1, 0, 0.0254, 0.0},
-      {2, 2, 1, 12.0, 0.0},        {2, 3, 1, 36.0, 0.0},
-      {2, 4, 2, 5280.0, 0.0},      {2, 5, 0, 1.0, 0.0},
-      {3, 1, 0, 60.0, 0.0},        {3, 2, 0, 3600.0, 0.0},
-      {3, 3, 0, 86400.0, 0.0},     {3, 4, 3, 365.25, 0.0},
-      {4, 1, 0, 1.8, 32.0},        {4, 2, 1, 1.0, -273.15},
-      {4, 3, 1, 1.0, 0.0},         {5, 0, 1, 0.1, 0.0},
-      {6, 1, 0, 1.01937, 0.0},
+      {0, 1, 0, "1", "0"},           {0, 2, 1, "6.02214199e+23", "0"},
+      {1, 1, 0, "28.34952312", "0"}, {1, 2, 1, "16", "0"},
+      {1, 3, 2, "2000", "0"},        {2, 1, 0, "0.0254", "0"},
+      {2, 2, 1, "12", "0"},          {2, 3, 1, "36", "0"},
+      {2, 4, 2, "5280", "0"},        {2, 5, 0, "1", "0"},
+      {3, 1, 0, "60", "0"},          {3, 2, 0, "3600", "0"},
+      {3, 3, 0, "86400", "0"},       {3, 4, 3, "365.25", "0"},
+      {4, 1, 0, "1.8", "32"},        {4, 2, 1, "1", "-273.15"},
+      {4, 3, 1, "1", "0"},           {5, 0, 1, "0.1", "0"},
+      {6, 1, 0, "1.01937", "0"},
   };
   for (const BaseUnit& unit : kBaseUnits) addBaseUnit(unit.quantity, unit.name, unit.visible);
   for (const BaseConverter& c : kConverters) {
-    converters_->addBaseUnitConverter(c.quantity, c.unit, c.reference,
-                                      new UnitConverter(c.multiplier, c.offset));
+    converters_->addBuiltinBaseUnitConverter(c.quantity, c.unit, c.reference, c.multiplier,
+                                             c.offset);
   }
   incrementNumUnits(kDimensionlessIndex);
 
