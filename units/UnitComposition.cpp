@@ -269,23 +269,6 @@ UnitCompositionApi::MakeupVectors UnitComposition::getUnitMakeupVectors() const 
   return result;
 }
 
-void UnitComposition::shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit) {
-  auto later = [&](const UnitBase& unit) {
-    return static_cast<int>(unit.getPQIdx()) == quantityIndex &&
-           static_cast<int>(unit.getUnitIdx()) > removedUnit;
-  };
-  if (std::none_of(numerator_.begin(), numerator_.end(), later) &&
-      std::none_of(denominator_.begin(), denominator_.end(), later)) {
-    return;
-  }
-  auto shift = [&](const UnitBase& unit) {
-    return later(unit) ? UnitBase(unit.getPQIdx(), unit.getUnitIdx() - 1, unit.getPrefixIdx())
-                       : unit;
-  };
-  numerator_.rewrite(shift);
-  denominator_.rewrite(shift);
-}
-
 void UnitComposition::shiftPrefixIndexesAfterRemoval(int removedPrefix) {
   auto later = [&](const UnitBase& unit) { return unit.getPrefixIdx() > removedPrefix; };
   if (std::none_of(numerator_.begin(), numerator_.end(), later) &&

@@ -85,10 +85,8 @@ class UnitComposition : public UnitCompositionApi {
   const UnitSet& getDenominator() const { return denominator_; }
   double getMultiplier() const { return multiplier_; }
   void setMultiplier(double multiplier) { multiplier_ = multiplier; }
-  // Rewrites the unit index of every unit of the quantity above `removedUnit` one
-  // lower, after the unit registry removed that unit.
-  void shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit);
-  // Likewise for prefix indexes above a prefix that the prefix registry removes.
+  // Rewrites the prefix index of every unit above `removedPrefix` one lower, after the
+  // prefix registry removed that prefix.
   void shiftPrefixIndexesAfterRemoval(int removedPrefix);
 
  private:

@@ -193,7 +193,10 @@ StringVector* UnitPrefixManager::getPrefixUnitStrings() const {
 // beginning of another prefix's name sorts first and wins. It stops at the first
 // match, since names carry at most one prefix.
 const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) const {
+  if (text.empty()) return nullptr;
   for (const auto& [name, prefix] : byName_) {
+    // Names are in byte order: past the text's first byte, no name can begin it.
+    if (static_cast<unsigned char>(name[0]) > static_cast<unsigned char>(text[0])) break;
     if (beginsWith(text, name)) return prefix;
   }
   return nullptr;
