@@ -29,10 +29,10 @@ namespace {
 using TwUnits::UnitConverter;
 using TwUnits::UnitConverterManager;
 
-// Swallows host warnings for its lifetime.
+// Swallows host warnings for its lifetime, without reading (so formatting) their texts.
 class QuietWarnings {
  public:
-  QuietWarnings() : previous_(utSetWarningHandler([](const std::string&, const std::string&) {})) {}
+  QuietWarnings() : previous_(utSetWarningHandler([](const std::string&, const WarningText&) {})) {}
   ~QuietWarnings() { utSetWarningHandler(previous_); }
   QuietWarnings(const QuietWarnings&) = delete;
   QuietWarnings& operator=(const QuietWarnings&) = delete;

@@ -35,7 +35,7 @@ void issueWarning(UnitError warning) {
 
 void issueWarning(UnitError warning, const std::string& name) {
   registerUnitsMessageCatalog();
-  ut_warning_id(utGetWarningContext(), warning.identifier, warning.message, name.c_str());
+  ut_warning_id_str(utGetWarningContext(), warning.identifier, warning.message, name);
 }
 
 }  // namespace TwUnits

@@ -139,7 +139,8 @@ inline constexpr UnitError Deprecation{"Unit:Deprecation", UNIT_DEPRECATION};
 [[noreturn]] void raiseError(UnitError error, const std::string& first, const std::string& second);
 [[noreturn]] void raiseError(UnitError error, int number);
 
-// Issues the message through the host's warning channel and returns.
+// Issues the message through the host's warning channel and returns; the text is
+// formatted only when the channel shows it.
 void issueWarning(UnitError warning);
 void issueWarning(UnitError warning, const std::string& name);
 
