@@ -33,6 +33,7 @@ class WarningText {
 
   int messageId_ = 0;
   std::string argument_;
+  bool variadic_ = true;  // formatted from arguments that were not kept
   mutable bool formatted_ = true;
   mutable std::string text_;
 };
@@ -50,7 +51,7 @@ WarningHandler utSetWarningHandler(WarningHandler handler);
 // Formats the registered text of the message id and issues it as a warning.
 void ut_warning_id(utWarningContext* context, const char* identifier, int messageId, ...);
 // Issues the message id filled with one text argument as a warning; the text is
-// formatted when it is read.
+// formatted when it is read. The identifier is a literal: it is kept by its address.
 void ut_warning_id_str(utWarningContext* context, const char* identifier, int messageId,
                        const std::string& argument);
 

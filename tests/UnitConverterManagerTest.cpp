@@ -6,14 +6,38 @@
 #include <boost/multiprecision/cpp_int.hpp>
 #pragma GCC diagnostic pop
 #include <cmath>
+#include <cstdlib>
 #include <memory>
+#include <new>
 #include <vector>
 
+#include "host/Warning.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitConverterManager.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitSystemManager.hpp"
+
+// Counts this thread's heap allocations while counting is on (not in the sanitizer
+// builds, whose allocators stay their own).
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+namespace {
+thread_local long allocations = -1;  // -1: not counting
+}  // namespace
+
+void* operator new(std::size_t size) {
+  if (allocations >= 0) ++allocations;
+  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+  throw std::bad_alloc();
+}
+// GCC takes the replaced pair for a mismatch once it inlines them.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+#pragma GCC diagnostic pop
+#define TW_COUNTS_ALLOCATIONS 1
+#endif
 
 namespace TwUnits {
 namespace {
@@ -193,6 +217,38 @@ TEST_F(Converters, BuiltinPairsAreExactProductsRoundedOnce) {
     }
   }
 }
+
+TEST_F(Converters, TextsConvertedBeforeWarnAndRaiseAsOnFirstSight) {
+  WarningCapture warnings;
+  for (int use = 0; use < 2; ++use) {
+    EXPECT_NEAR(units->convert(0.0, "kelvin", "fahrenheit"), -459.67, 1e-9);
+    EXPECT_UNIT_ERROR_ID(units->convert(1.0, "meter", "second"), "Unit:ConversionDifferentQuants");
+    EXPECT_UNIT_ERROR_ID(units->convert(1.0, "meter", "furlongs"), "Unit:NotFound");
+  }
+  EXPECT_EQ(warnings.identifiers(), std::vector<std::string>(2, "Unit:Deprecation"))
+      << "a warning on every use";
+}
+
+#ifdef TW_COUNTS_ALLOCATIONS
+TEST_F(Converters, ConvertingBetweenTextsConvertedBeforeAllocatesNothing) {
+  WarningHandler previous = utSetWarningHandler([](const std::string&, const WarningText&) {});
+  const UnitComposition& hour = *units->verifyUnitCompositionString("hour");
+  const UnitComposition& minute = *units->verifyUnitCompositionString("minute");
+  units->convert(1.0, "kilometer/hour", "meter/second");
+  units->convert(1.0, "kelvin", "fahrenheit");
+  allocations = 0;
+  double speed = units->convert(36.0, "kilometer/hour", "meter/second");
+  double temperature = units->convert(0.0, "kelvin", "fahrenheit");
+  double minutes = converters->getConverter(hour, minute).doConversion(2.0);
+  long counted = allocations;
+  allocations = -1;
+  utSetWarningHandler(previous);
+  EXPECT_EQ(counted, 0);
+  EXPECT_DOUBLE_EQ(speed, 10.0);
+  EXPECT_NEAR(temperature, -459.67, 1e-9);
+  EXPECT_DOUBLE_EQ(minutes, 120.0);
+}
+#endif
 
 TEST_F(Converters, IntoAUnitSystem) {
   const UnitSystemApi* mks = UnitSystemManager::Instance()->getUnitSystemApi("MKS");

@@ -5,6 +5,7 @@
 
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
@@ -116,6 +117,7 @@ void PhysicalQuantityManager::addPhysicalQuantityUnregisteredListener(
 }
 
 void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* quantity) {
+  RegistryLock::Change change;
   if (!isValidCALVEXIdentifier(quantity->getName())) raiseError(errors::QuantityNameInvalid);
   const std::string name = quantity->getName();
   for (const auto& entry : quantities_) {
@@ -130,6 +132,7 @@ void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* 
 }
 
 void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name) {
+  RegistryLock::Change change;
   int index = -1;
   for (std::size_t i = 0; i < names_.size(); ++i) {
     if (names_[i] == name) {

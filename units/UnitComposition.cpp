@@ -154,8 +154,24 @@ double UnitComposition::getMultiplierForUnitCancelation(const UnitBase& a,
   return converter->getMultiplier();
 }
 
+bool UnitComposition::hasRepeats() const {
+  // Both sides are sorted by quantity first.
+  auto up = numerator_.begin();
+  auto down = denominator_.begin();
+  while (up != numerator_.end() && down != denominator_.end()) {
+    if (up->lessThanPQOnly(*down)) {
+      ++up;
+    } else if (down->lessThanPQOnly(*up)) {
+      ++down;
+    } else {
+      return true;
+    }
+  }
+  return false;
+}
+
 void UnitComposition::cancelRepeats() {
-  if (numerator_.empty() || denominator_.empty()) return;
+  if (!hasRepeats()) return;
   std::vector<UnitBase> common;
   auto byQuantity = [](const UnitBase& x, const UnitBase& y) { return x.lessThanPQOnly(y); };
   std::set_intersection(numerator_.begin(), numerator_.end(), denominator_.begin(),

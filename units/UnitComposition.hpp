@@ -57,6 +57,8 @@ class UnitComposition : public UnitCompositionApi {
   // Removes units of the same quantity that stand on both sides, folding their ratio
   // into the multiplier: kilometer/meter becomes the empty composition times 1000.
   void cancelRepeats();
+  // Whether a quantity stands on both sides, so that cancelRepeats has work.
+  bool hasRepeats() const;
   // The factor by which a quantity in unit a is expressed in unit b, prefixes included.
   double getMultiplierForUnitCancelation(const UnitBase& a, const UnitBase& b) const;
 

@@ -1,5 +1,6 @@
 #include "units/UnitConverterManager.hpp"
 
+#include <array>
 #include <boost/multiprecision/cpp_int.hpp>
 #include <cctype>
 #include <cmath>
@@ -8,8 +9,10 @@
 #include <stdexcept>
 
 #include "host/Numeric.hpp"
+#include "units/CompositionCache.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityDimension.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -255,18 +258,65 @@ bool UnitConverterManager::checkForConnectivity(const ConverterList* list, int u
   return false;
 }
 
+namespace {
+
+// The converter between two compositions of the same dimensions whose repeats are cancelled.
+UnitConverter betweenCancelled(const UnitComposition& from, const UnitComposition& to) {
+  double multiplier = from.getMultiplier() / to.getMultiplier();
+  double offset = 0.0;
+  int count = static_cast<int>(from.getNumerator().size() + from.getDenominator().size());
+  UCMNamespace::iterateBaseForMultOffset(from.getNumerator(), to.getNumerator(), multiplier, offset,
+                                         count, true);
+  UCMNamespace::iterateBaseForMultOffset(from.getDenominator(), to.getDenominator(), multiplier,
+                                         offset, count, false);
+  return UnitConverter(multiplier, offset);
+}
+
+}  // namespace
+
+// The converter between two texts as this thread last resolved it, good while the
+// registries' generation is the one it was resolved at.
+struct detail::RememberedPair {
+  std::uint64_t generation = 0;  // 0: empty
+  std::uint64_t hash = 0;
+  std::string from, to;  // keep their capacity when the entry is reused
+  double multiplier = 1.0, offset = 0.0;
+  bool fromWarns = false, toWarns = false;
+};
+
+namespace {
+
+constexpr std::size_t kRememberedPairs = 64;  // a power of two
+using detail::RememberedPair;
+using RememberedPairs = std::array<RememberedPair, kRememberedPairs>;
+
+// This thread's pairs, made on its first conversion and freed when it ends. The plain
+// pointer is read without the guard that a thread_local object with a constructor needs.
+RememberedPairs& rememberedPairs() {
+  thread_local RememberedPairs* pairs = nullptr;
+  if (pairs == nullptr) {
+    thread_local std::unique_ptr<RememberedPairs> owner = std::make_unique<RememberedPairs>();
+    pairs = owner.get();
+  }
+  return *pairs;
+}
+
+}  // namespace
+
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(int, UnitComposition* from,
                                                               UnitComposition* to) const {
   from->cancelRepeats();
   to->cancelRepeats();
-  double multiplier = from->getMultiplier() / to->getMultiplier();
-  double offset = 0.0;
-  int count = static_cast<int>(from->getNumerator().size() + from->getDenominator().size());
-  UCMNamespace::iterateBaseForMultOffset(from->getNumerator(), to->getNumerator(), multiplier,
-                                         offset, count, true);
-  UCMNamespace::iterateBaseForMultOffset(from->getDenominator(), to->getDenominator(), multiplier,
-                                         offset, count, false);
-  return new UnitConverter(multiplier, offset);
+  return new UnitConverter(betweenCancelled(*from, *to));
+}
+
+UnitConverter UnitConverterManager::getConverter(const UnitComposition& from,
+                                                 const UnitComposition& to) const {
+  if (!from.hasRepeats() && !to.hasRepeats()) return betweenCancelled(from, to);
+  UnitComposition fromCancelled(from), toCancelled(to);
+  fromCancelled.cancelRepeats();
+  toCancelled.cancelRepeats();
+  return betweenCancelled(fromCancelled, toCancelled);
 }
 
 namespace UCMNamespace {
@@ -303,13 +353,13 @@ void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, 
 
 }  // namespace UCMNamespace
 
-UnitConverter* UnitConverterManager::temperatureConverter(
-    const std::string& from, const std::string& to, const UnitComposition* fromComposition,
-    const UnitComposition* toComposition) const {
+UnitConverter UnitConverterManager::temperatureConverter(
+    const std::string& from, const std::string& to, const UnitComposition& fromComposition,
+    const UnitComposition& toComposition) const {
   UnitManager* units = UnitManager::Instance();
   int fromUnit = units->getUnitIndex(kTemperatureIndex, from);
   int toUnit = units->getUnitIndex(kTemperatureIndex, to);
-  for (const UnitComposition* composition : {fromComposition, toComposition}) {
+  for (const UnitComposition* composition : {&fromComposition, &toComposition}) {
     const auto& numerator = composition->getNumerator();
     if (!numerator.empty() && numerator.begin()->getPrefixIdx() != -1) {
       raiseError(errors::OffsetConversionWithPrefixNotAllowed);
@@ -317,16 +367,12 @@ UnitConverter* UnitConverterManager::temperatureConverter(
   }
   // A temperature written as a composition (kelvin*meter/meter) has no table entry of
   // its own; the composition converter applies the same offset and prefix rules.
-  if (fromUnit == -1 || toUnit == -1) {
-    return getQuantityUnitConverter(kTemperatureIndex,
-                                    const_cast<UnitComposition*>(fromComposition),
-                                    const_cast<UnitComposition*>(toComposition));
-  }
-  return getQuantityUnitConverter(kTemperatureIndex, fromUnit, toUnit);
+  if (fromUnit == -1 || toUnit == -1) return getConverter(fromComposition, toComposition);
+  UnitConverter entry = tableEntry(kTemperatureIndex, fromUnit, toUnit);
+  return UnitConverter(entry.getMultiplier(), entry.getOffset());
 }
 
-UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& from,
-                                                              const std::string& to) const {
+UnitConverter UnitConverterManager::resolve(const std::string& from, const std::string& to) const {
   UnitManager* units = UnitManager::Instance();
   UnitComposition* fromComposition = units->verifyUnitCompositionString(from);
   UnitComposition* toComposition = units->verifyUnitCompositionString(to);
@@ -343,15 +389,53 @@ UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string&
     raiseError(errors::ConversionDifferentQuants);
   }
   if (fromQuantity == kTemperatureIndex)
-    return temperatureConverter(from, to, fromComposition, toComposition);
-  return getQuantityUnitConverter(fromQuantity, fromComposition, toComposition);
+    return temperatureConverter(from, to, *fromComposition, *toComposition);
+  return getConverter(*fromComposition, *toComposition);
+}
+
+UnitConverter UnitConverterManager::getConverter(const std::string& from,
+                                                 const std::string& to) const {
+  const std::uint64_t hash =
+      CompositionCache::hashOf(from) ^ (CompositionCache::hashOf(to) * 0x9e3779b97f4a7c15ULL);
+  RememberedPair& pair = rememberedPairs()[hash & (kRememberedPairs - 1)];
+  if (pair.generation == RegistryLock::generation() && pair.hash == hash && pair.from == from &&
+      pair.to == to) {
+    // A deprecated unit's name warns on every use, as its verification does.
+    if (pair.fromWarns) warnOfDeprecatedUnit(from);
+    if (pair.toWarns) warnOfDeprecatedUnit(to);
+    return UnitConverter(pair.multiplier, pair.offset);
+  }
+  return resolveAndRemember(pair, hash, from, to);
+}
+
+UnitConverter UnitConverterManager::resolveAndRemember(RememberedPair& pair, std::uint64_t hash,
+                                                       const std::string& from,
+                                                       const std::string& to) const {
+  // Read first: a change made while the pair is resolved leaves it stale.
+  const std::uint64_t generation = RegistryLock::generation();
+  UnitConverter converter = resolve(from, to);
+  UnitManager* units = UnitManager::Instance();
+  pair.generation = generation;
+  pair.hash = hash;
+  pair.from = from;
+  pair.to = to;
+  pair.multiplier = converter.getMultiplier();
+  pair.offset = converter.getOffset();
+  pair.fromWarns = units->warnsOnUse(from);
+  pair.toWarns = units->warnsOnUse(to);
+  return converter;
+}
+
+UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& from,
+                                                              const std::string& to) const {
+  return new UnitConverter(getConverter(from, to));
 }
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& composition,
                                                               const UnitSystemApi* system) const {
   UnitComposition* source = UnitManager::Instance()->verifyUnitCompositionString(composition);
   UnitComposition inSystem(source->getCombinedUnitsQuantityType(), system);
-  return getQuantityUnitConverter(0, source, &inSystem);
+  return new UnitConverter(getConverter(*source, inSystem));
 }
 
 UnitConverterApi* UnitConverterManager::getQuantityUnitConverterApi(int quantity, int fromUnit,

@@ -14,6 +14,7 @@
 //   std::unique_ptr<UnitConverter> c(converters->getQuantityUnitConverter("mile", "meter"));
 //   c->doConversion(1.0);   // 1609.344
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,6 +36,8 @@ struct Affine {
   T multiplier;
   T offset;
 };
+
+struct RememberedPair;  // a converter between two texts that a thread remembers
 
 }  // namespace detail
 
@@ -58,6 +61,20 @@ class UnitConverterManager : public UnitConverterManagerApi {
   UnitConverterApi* createUnitConverterApi(double multiplier, double offset) const override;
   UnitConverterApi* getReverseUnitConverterApi(UnitConverterApi* converter) const override;
   ~UnitConverterManager() override;
+
+  // Returns the converter between two composition strings by value, as
+  // getQuantityUnitConverterApi does: no heap allocation once this thread has converted
+  // between the same two texts and no registry has changed since. Issues
+  // "Unit:Deprecation" for a deprecated unit's name on every call. Raises the parser's
+  // errors, "Unit:ConversionDifferentQuants", "Unit:ConversionMixedOffset" or
+  // "Unit:OffsetConversionWithPrefixNotAllowed". For many values, take the converter
+  // once and apply doConversion to each.
+  UnitConverter getConverter(const std::string& from, const std::string& to) const;
+  // Returns the converter between two resolved compositions of the same dimensions (as
+  // verifyUnitCompositionString gives them, or copies) by value, without changing them
+  // and, for compositions with no quantity on both sides, without heap allocation.
+  // Raises "Unit:ConversionMixedOffset" or "Unit:OffsetConversionWithPrefixNotAllowed".
+  UnitConverter getConverter(const UnitComposition& from, const UnitComposition& to) const;
 
   // The same operations with their concrete results; each returns a new converter
   // that the caller owns.
@@ -114,9 +131,17 @@ class UnitConverterManager : public UnitConverterManagerApi {
 
   QuantityUnits& baseQuantity(int quantity);
   void raiseUnitCount(int quantity, int joined) const;
-  UnitConverter* temperatureConverter(const std::string& from, const std::string& to,
-                                      const UnitComposition* fromComposition,
-                                      const UnitComposition* toComposition) const;
+  using RememberedPair = detail::RememberedPair;
+
+  // The converter between two texts, resolved afresh.
+  UnitConverter resolve(const std::string& from, const std::string& to) const;
+  // Resolves the converter and remembers it in the pair, for this thread.
+  [[gnu::noinline]] UnitConverter resolveAndRemember(RememberedPair& pair, std::uint64_t hash,
+                                                     const std::string& from,
+                                                     const std::string& to) const;
+  UnitConverter temperatureConverter(const std::string& from, const std::string& to,
+                                     const UnitComposition& fromComposition,
+                                     const UnitComposition& toComposition) const;
 
   std::vector<QuantityUnits> quantities_;
   std::unique_ptr<ExactFactors> exact_;

@@ -13,6 +13,7 @@
 #include "units/DimensionalAnalysisManager.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitBase.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
@@ -418,8 +419,7 @@ UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& tex
     if (!named.empty()) noteTextNames(text, named);
   }
   // A registered unit's name has an entry that knows the unit.
-  if (found.unit != nullptr && !found.unit->getLibraryVisible())
-    issueWarning(errors::Deprecation, text);
+  if (found.unit != nullptr && !found.unit->getLibraryVisible()) warnOfDeprecatedUnit(text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
   quantities_->registerAnonymousPQ(composition);
   composition->markQuantityStale();
@@ -521,6 +521,7 @@ int UnitManager::checkForAlreadyRegisteredUnit(const UnitComposition* compositio
 // ---------------------------------------------------------------- registration
 
 void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
+  RegistryLock::Change change;
   auto* definition = dynamic_cast<UnitRepresentation*>(definitionApi);
   if (definition == nullptr)
     throw std::invalid_argument("registerUnit needs a TwUnits::UnitRepresentation");
@@ -626,6 +627,7 @@ void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
 // ---------------------------------------------------------------- removal
 
 void UnitManager::unregisterUnit(const std::string& name) {
+  RegistryLock::Change change;
   UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
   if (address == kNoUnit) raiseError(errors::NotFound, name);
   const int quantity = address.first;
@@ -785,8 +787,7 @@ void UnitManager::addUnitUnregisteredListener(const Listener& listener) {
 // ---------------------------------------------------------------- conversion
 
 double UnitManager::convert(double value, const std::string& from, const std::string& to) const {
-  std::unique_ptr<UnitConverter> converter(converters_->getQuantityUnitConverter(from, to));
-  return converter->doConversion(value);
+  return converters_->getConverter(from, to).doConversion(value);
 }
 
 UnitComposition* UnitManager::createUnitCompApiForUnitSystem(

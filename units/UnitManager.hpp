@@ -140,6 +140,11 @@ class UnitManager {
   virtual void validateTimeUnits(const std::string& text);
   // The cache's composition for the text, or null; the parser resolves names here.
   const UnitComposition* getCachedComposition(const std::string& text) const;
+  // Whether the text is the name of a deprecated unit, which warns on every use.
+  bool warnsOnUse(const std::string& text) const {
+    const UnitRepresentationApi* unit = cache_.lookup(text).unit;
+    return unit != nullptr && !unit->getLibraryVisible();
+  }
   // The cache's entry for the text; its mark says that the text is a user unit's name
   // or names one.
   CompositionCache::Found findCached(const std::string& text) const { return cache_.lookup(text); }
@@ -176,7 +181,10 @@ class UnitManager {
   void notifyPrefixBeingRemoved(const UnitPrefixApi* prefix);
   // Forgets the cached texts whose names the new prefix now begins.
   void notifyPrefixAdded(const UnitPrefixApi* prefix);
-  // The value in `from` converted to `to`, prefixes and multipliers applied.
+  // Returns the value in `from` converted to `to`, prefixes and multipliers applied,
+  // with no heap allocation once this thread has converted between the same two texts
+  // and no registry has changed since. Raises as
+  // UnitConverterManager::getConverter(from, to) does.
   double convert(double value, const std::string& from, const std::string& to) const;
   // Returns a new composition of the same quantity in the system's units (the caller
   // owns it), and sets multiplierAndOffset to the conversion from the text into it.

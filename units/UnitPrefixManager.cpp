@@ -8,6 +8,7 @@
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
 #include "units/PhysicalQuantityManager.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitManager.hpp"
 #include "units/messages/UnitErrors.hpp"
@@ -110,6 +111,7 @@ bool UnitPrefixManager::verifyUnitPrefix(const UnitPrefix* prefix) const {
 }
 
 void UnitPrefixManager::registerPrefix(UnitPrefixApi* prefixApi) {
+  RegistryLock::Change change;
   auto* prefix = dynamic_cast<UnitPrefix*>(prefixApi);
   if (prefix == nullptr) throw std::invalid_argument("registerPrefix needs a TwUnits::UnitPrefix");
   if (verifyUnitPrefix(prefix)) return;  // the same prefix is registered; the caller keeps this one
@@ -127,6 +129,7 @@ void UnitPrefixManager::prefixChangedEvent(const UnitPrefixApi* prefix,
 }
 
 void UnitPrefixManager::unregisterPrefix(const std::string& name) {
+  RegistryLock::Change change;
   int index = getPrefixIndex(name);
   if (index == -1) raiseError(errors::PrefixNotFound, name);
   if (index < builtinCount_) raiseError(errors::PrefixCannotUnregisterBuiltin);

@@ -143,5 +143,8 @@ inline constexpr UnitError Deprecation{"Unit:Deprecation", UNIT_DEPRECATION};
 // formatted only when the channel shows it.
 void issueWarning(UnitError warning);
 void issueWarning(UnitError warning, const std::string& name);
+// issueWarning(errors::Deprecation, name), on the path of every conversion that uses a
+// deprecated unit.
+void warnOfDeprecatedUnit(const std::string& name);
 
 }  // namespace TwUnits
