@@ -3,7 +3,10 @@
 # Usage: scripts/deps.sh [extra-package ...]
 set -euo pipefail
 
-packages=(cmake make g++ pkg-config libboost-dev libgtest-dev libbenchmark-dev libudunits2-dev "$@")
+packages=(cmake make g++ pkg-config libboost-dev libgtest-dev libbenchmark-dev libudunits2-dev
+          # the Python package, for Debian's own interpreter /usr/bin/python3
+          python3-dev pybind11-dev python3-pybind11 python3-numpy python3-pytest
+          "$@")
 missing=()
 for package in "${packages[@]}"; do
   dpkg -s "$package" >/dev/null 2>&1 || missing+=("$package")
