@@ -3,7 +3,8 @@
 # Usage: scripts/deps.sh [extra-package ...]
 set -euo pipefail
 
-packages=(cmake make g++ pkg-config libboost-dev libgtest-dev libbenchmark-dev libudunits2-dev "$@")
+packages=(cmake make g++ pkg-config libboost-dev libgtest-dev libbenchmark-dev libudunits2-dev
+  libedit-dev "$@")
 missing=()
 for package in "${packages[@]}"; do
   dpkg -s "$package" >/dev/null 2>&1 || missing+=("$package")
