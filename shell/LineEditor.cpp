@@ -1,6 +1,7 @@
 #include "shell/LineEditor.hpp"
 
 #include <histedit.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -8,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
 #include <stdexcept>
 
 namespace {
@@ -56,16 +58,19 @@ LineEditor::LineEditor(std::string historyFile, CompleteFunction complete)
   // them on to the program's own handlers.
   el_set(editor, EL_SIGNAL, 1);
   el_set(editor, EL_HIST, history, history_.get());
-  el_set(editor, EL_ADDFN, "zo-complete", "Complete the name before the cursor",
-         &LineEditor::completeAtCursor);
+  el_set(editor, EL_GETCFN, &LineEditor::readCharacter);
+  // The wide form keeps the two names as given; the narrow one copies them and never frees
+  // the copies.
+  el_wset(editor, EL_ADDFN, L"zo-complete", L"Complete the name before the cursor",
+          &LineEditor::completeAtCursor);
   el_set(editor, EL_BIND, "^I", "zo-complete", nullptr);
   el_source(editor, nullptr);
 }
 
 std::optional<std::string> LineEditor::read() {
   while (true) {
-    // Ctrl-C interrupts the read (no SA_RESTART) instead of ending the process; outside
-    // the prompt it ends a running statement as it always did.
+    // At the prompt Ctrl-C only interrupts the read (no SA_RESTART); outside it, it ends a
+    // running statement as it always did.
     struct sigaction onInterrupt = {};
     onInterrupt.sa_handler = noteInterrupt;
     sigemptyset(&onInterrupt.sa_mask);
@@ -74,16 +79,16 @@ std::optional<std::string> LineEditor::read() {
     interruptSeen = 0;
     int count = 0;
     const char* line = el_gets(editor_.get(), &count);
-    int failure = errno;
     sigaction(SIGINT, &previous, nullptr);
-    if (line != nullptr) {
-      std::string text(line, static_cast<std::size_t>(count));
-      if (!text.empty() && text.back() == '\n') text.pop_back();
-      remember(text);
-      return text;
+    if (interruptSeen != 0) {
+      abandonLine();
+      continue;
     }
-    if (count == 0 || failure != EINTR) return std::nullopt;
-    abandonLine(interruptSeen != 0);
+    if (line == nullptr) return std::nullopt;
+    std::string text(line, static_cast<std::size_t>(count));
+    if (!text.empty() && text.back() == '\n') text.pop_back();
+    remember(text);
+    return text;
   }
 }
 
@@ -92,6 +97,41 @@ std::string LineEditor::historyFile() {
   const char* home = std::getenv("HOME");
   if (home == nullptr || *home == '\0') return "";
   return std::string(home) + "/.zo_units_history";
+}
+
+// libedit's own reader, but for Ctrl-C: the interrupt ends the line at the next read, also
+// when it came while libedit was writing or completing rather than waiting for a key (libedit
+// has then put the terminal back in line mode: the line cannot go on). A key that the read
+// brought in with the interrupt was typed after it, when Ctrl-C had emptied the input: it
+// begins the next line.
+int LineEditor::readCharacter(EditLine* editor, wchar_t* character) {
+  void* data = nullptr;
+  el_get(editor, EL_CLIENTDATA, &data);
+  LineEditor& self = *static_cast<LineEditor*>(data);
+  std::mbstate_t state = {};
+  while (interruptSeen == 0) {
+    char byte = 0;
+    if (self.keyAfterInterrupt_) {
+      byte = *self.keyAfterInterrupt_;
+      self.keyAfterInterrupt_.reset();
+    } else {
+      ssize_t count = ::read(STDIN_FILENO, &byte, 1);
+      if (count == 0) return 0;
+      if (count < 0 && errno == EINTR) continue;  // a resize, a suspension or the interrupt
+      if (count < 0) return -1;
+      if (interruptSeen != 0) {
+        self.keyAfterInterrupt_ = byte;
+        break;
+      }
+    }
+    std::size_t length = std::mbrtowc(character, &byte, 1, &state);
+    if (length == static_cast<std::size_t>(-2)) continue;  // the rest of the character
+    if (length == static_cast<std::size_t>(-1)) {
+      *character = static_cast<unsigned char>(byte);  // not of the locale: taken as it is
+    }
+    return 1;
+  }
+  return -1;
 }
 
 unsigned char LineEditor::completeAtCursor(EditLine* editor, int) {
@@ -135,10 +175,10 @@ void LineEditor::list(const std::vector<std::string>& candidates) {
 
 // The terminal's cursor stands where the editing cursor was: writing the rest of the line
 // again puts it at the end, and the next prompt starts below.
-void LineEditor::abandonLine(bool interrupted) {
+void LineEditor::abandonLine() {
   const LineInfo* line = el_line(editor_.get());
   std::string rest(line->cursor, line->lastchar);
-  std::fputs((rest + (interrupted ? "^C\n" : "\n")).c_str(), stdout);
+  std::fputs((rest + "^C\n").c_str(), stdout);
   std::fflush(stdout);
 }
 

@@ -47,14 +47,16 @@ class LineEditor {
   static std::string historyFile();
 
  private:
+  static int readCharacter(EditLine* editor, wchar_t* character);
   static unsigned char completeAtCursor(EditLine* editor, int key);
   void list(const std::vector<std::string>& candidates);
-  void abandonLine(bool interrupted);
+  void abandonLine();
   void remember(const std::string& line);
 
   std::string historyFile_;
   CompleteFunction complete_;
   bool reportedSaveFailure_ = false;
+  std::optional<char> keyAfterInterrupt_;
   std::unique_ptr<History, void (*)(History*)> history_;
   std::unique_ptr<EditLine, void (*)(EditLine*)> editor_;  // uses history_: ends first
 };

@@ -113,9 +113,19 @@ class Terminal {
     while (tcgetattr(terminal_, &modes) == 0 && (modes.c_lflag & ICANON) != 0) {
       if (Clock::now() > deadline)
         return ::testing::AssertionFailure() << "the terminal stayed in line mode";
-      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+      std::this_thread::sleep_for(std::chrono::milliseconds(60));
     }
     return ::testing::AssertionSuccess();
+  }
+
+  // Types the line and Enter, then waits for `result` (when there is one) and the next prompt.
+  ::testing::AssertionResult enters(const std::string& line, const std::string& result = "") {
+    type(line + "\r");
+    if (!result.empty()) {
+      ::testing::AssertionResult shown = shows(result);
+      if (!shown) return shown;
+    }
+    return prompts();
   }
 
   // Waits for the shell to end; its exit status, or -1 when it did not exit by itself.
@@ -162,41 +172,33 @@ TEST(Prompt, UpRecallsThePreviousStatementInThisSessionAndTheNext) {
   {
     Terminal shell(home);
     ASSERT_TRUE(shell.prompts());
-    shell.type("numel([1 2 3])\r");
-    ASSERT_TRUE(shell.shows("ans = 3"));
-    ASSERT_TRUE(shell.prompts());
-    shell.type(kUp + "\r");
-    ASSERT_TRUE(shell.shows("ans = 3"));
-    ASSERT_TRUE(shell.prompts());
+    ASSERT_TRUE(shell.enters("numel([1 2 3])", "ans = 3"));
+    ASSERT_TRUE(shell.enters(kUp, "ans = 3"));
     shell.type(kCtrlD);
-    EXPECT_EQ(shell.exitStatus(), 0);
+    EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();
   }
   Terminal next(home);
   ASSERT_TRUE(next.prompts());
-  next.type(kUp + "\r");
-  EXPECT_TRUE(next.shows("ans = 3"));
+  EXPECT_TRUE(next.enters(kUp, "ans = 3"));
 }
 
 TEST(Prompt, TabCompletesMethodsAndUnitsRegisteredALineEarlier) {
   TemporaryHome home;
   Terminal shell(home);
   ASSERT_TRUE(shell.prompts());
-  shell.type("um = UnitManager;\r");
-  ASSERT_TRUE(shell.prompts());
-  shell.type("um.calc\t('mile', 'mete\t', 1)\r");
-  ASSERT_TRUE(shell.shows("ans = 1609.344"));
-  ASSERT_TRUE(shell.prompts());
-  shell.type("furlong = um.registerunit('furlong', 'meter', 201.168);\r");
-  ASSERT_TRUE(shell.prompts());
-  shell.type("um.calculateconversion('mile', 'furl\t', 1)\r");
-  ASSERT_TRUE(shell.shows("ans = 8"));
-  ASSERT_TRUE(shell.prompts());
-  shell.type("um.calculateconversion('kilofurl\t', 'furl\t', 1)\r");
-  ASSERT_TRUE(shell.shows("ans = 1000"));
-  ASSERT_TRUE(shell.prompts());
+  ASSERT_TRUE(shell.enters("um = UnitManager;"));
+  ASSERT_TRUE(shell.enters("um.calc\t('mile', 'mete\t', 1)", "ans = 1609.344"));
+  ASSERT_TRUE(shell.enters("furlong = um.registerunit('furlong', 'meter', 201.168);"));
+  ASSERT_TRUE(shell.enters("um.calculateconversion('mile', 'furl\t', 1)", "ans = 8"));
+  ASSERT_TRUE(shell.enters("um.calculateconversion('kilofurl\t', 'furl\t', 1)", "ans = 1000"));
   // Several candidates and nothing they share to add: Tab lists them.
   shell.type("um.show\t");
   EXPECT_TRUE(shell.shows("showphysicalquantities  showprefixes"));
+  shell.type(kCtrlC);
+  ASSERT_TRUE(shell.shows("^C"));
+  ASSERT_TRUE(shell.prompts());
+  shell.type(kCtrlD);
+  EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();  // and nothing leaked, in a sanitizer build
 }
 
 TEST(Prompt, CtrlCAbandonsTheLineAndCtrlDEndsTheSession) {
@@ -208,11 +210,9 @@ TEST(Prompt, CtrlCAbandonsTheLineAndCtrlDEndsTheSession) {
   shell.type(kCtrlC);
   ASSERT_TRUE(shell.shows("^C"));
   ASSERT_TRUE(shell.prompts());
-  shell.type("numel([1 2])\r");
-  ASSERT_TRUE(shell.shows("ans = 2"));
-  ASSERT_TRUE(shell.prompts());
+  ASSERT_TRUE(shell.enters("numel([1 2])", "ans = 2"));
   shell.type(kCtrlD);
-  EXPECT_EQ(shell.exitStatus(), 0);
+  EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();
   EXPECT_EQ(shell.screen().find("Error"), std::string::npos) << shell.screen();
   EXPECT_EQ(home.historyText().find("undefinedname"), std::string::npos);
 }
@@ -226,10 +226,9 @@ TEST(Prompt, HistoryIsWrittenOnlyAtATerminalAndKeepsTheLatestStatements) {
   {
     Terminal shell(home, {"--no-history"});
     ASSERT_TRUE(shell.prompts());
-    shell.type("x = 1\r");
-    ASSERT_TRUE(shell.prompts());
+    ASSERT_TRUE(shell.enters("x = 1"));
     shell.type(kCtrlD);
-    EXPECT_EQ(shell.exitStatus(), 0);
+    EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();
   }
   EXPECT_FALSE(fs::exists(home.history()));
 
@@ -240,10 +239,9 @@ TEST(Prompt, HistoryIsWrittenOnlyAtATerminalAndKeepsTheLatestStatements) {
   }
   Terminal shell(home);
   ASSERT_TRUE(shell.prompts());
-  shell.type("newest\r");
-  ASSERT_TRUE(shell.prompts());
+  ASSERT_TRUE(shell.enters("newest"));
   shell.type(kCtrlD);
-  EXPECT_EQ(shell.exitStatus(), 0);
+  EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();
   std::string kept = home.historyText();
   EXPECT_EQ(std::count(kept.begin(), kept.end(), '\n'), 1 + 1000);
   EXPECT_EQ(kept.find("old201\n"), std::string::npos);
