@@ -4,7 +4,11 @@
 set -euo pipefail
 
 packages=(cmake make g++ pkg-config libboost-dev libgtest-dev libbenchmark-dev libudunits2-dev
-  libedit-dev "$@")
+          # the shell's line editing at a terminal
+          libedit-dev
+          # the Python package, for Debian's own interpreter /usr/bin/python3
+          python3-dev pybind11-dev python3-pybind11 python3-numpy python3-pytest
+          "$@")
 missing=()
 for package in "${packages[@]}"; do
   dpkg -s "$package" >/dev/null 2>&1 || missing+=("$package")

@@ -57,5 +57,16 @@ TEST(MessageCatalog, RaisingWorksBeforeAnyRegistryRegisteredTheCatalog) {
                     "Referenced unit 'furlongs' does not exist.");
 }
 
+TEST(MessageCatalog, EveryIdentifierListedOnceWithItsText) {
+  registerUnitsMessageCatalog();
+  std::set<std::string> identifiers;
+  for (const UnitError& error : kAllErrors) identifiers.insert(error.identifier);
+  for (const UnitError& warning : kAllWarnings) identifiers.insert(warning.identifier);
+  for (const UnitError& warning : kAllWarnings) EXPECT_NE(textOf(warning.message), "<missing>");
+  for (const UnitError& error : kAllErrors) EXPECT_NE(textOf(error.message), "<missing>");
+  // Every row but the five that nothing raises, and two rows under two identifiers each.
+  EXPECT_EQ(identifiers.size(), 66u - 5u + 2u);
+}
+
 }  // namespace
 }  // namespace TwUnits
