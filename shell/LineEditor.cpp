@@ -15,8 +15,35 @@
 namespace {
 
 volatile std::sig_atomic_t interruptSeen = 0;
+volatile std::sig_atomic_t continuedSeen = 0;
 
-extern "C" void noteInterrupt(int) { interruptSeen = 1; }
+extern "C" void noteSignal(int signal) { (signal == SIGINT ? interruptSeen : continuedSeen) = 1; }
+
+// While the prompt waits, Ctrl-C and the return from a suspension are noted and cut the read
+// short (no SA_RESTART); libedit, which handles the terminal's signals first, hands them on.
+// Outside the prompt Ctrl-C ends a running statement as it always did.
+class PromptSignals {
+ public:
+  PromptSignals() {
+    interruptSeen = 0;
+    continuedSeen = 0;
+    struct sigaction noted = {};
+    noted.sa_handler = noteSignal;
+    sigemptyset(&noted.sa_mask);
+    sigaction(SIGINT, &noted, &interrupt_);
+    sigaction(SIGCONT, &noted, &continued_);
+  }
+  ~PromptSignals() {
+    sigaction(SIGINT, &interrupt_, nullptr);
+    sigaction(SIGCONT, &continued_, nullptr);
+  }
+  PromptSignals(const PromptSignals&) = delete;
+  PromptSignals& operator=(const PromptSignals&) = delete;
+
+ private:
+  struct sigaction interrupt_ = {};
+  struct sigaction continued_ = {};
+};
 
 char* promptText(EditLine*) {
   static char prompt[] = ">> ";
@@ -69,17 +96,12 @@ LineEditor::LineEditor(std::string historyFile, CompleteFunction complete)
 
 std::optional<std::string> LineEditor::read() {
   while (true) {
-    // At the prompt Ctrl-C only interrupts the read (no SA_RESTART); outside it, it ends a
-    // running statement as it always did.
-    struct sigaction onInterrupt = {};
-    onInterrupt.sa_handler = noteInterrupt;
-    sigemptyset(&onInterrupt.sa_mask);
-    struct sigaction previous = {};
-    sigaction(SIGINT, &onInterrupt, &previous);
-    interruptSeen = 0;
     int count = 0;
-    const char* line = el_gets(editor_.get(), &count);
-    sigaction(SIGINT, &previous, nullptr);
+    const char* line = nullptr;
+    {
+      PromptSignals noted;
+      line = el_gets(editor_.get(), &count);
+    }
     if (interruptSeen != 0) {
       abandonLine();
       continue;
@@ -117,7 +139,11 @@ int LineEditor::readCharacter(EditLine* editor, wchar_t* character) {
     } else {
       ssize_t count = ::read(STDIN_FILENO, &byte, 1);
       if (count == 0) return 0;
-      if (count < 0 && errno == EINTR) continue;  // a resize, a suspension or the interrupt
+      if (count < 0 && errno == EINTR) {  // a resize, a suspension or the interrupt
+        if (continuedSeen != 0) el_set(editor, EL_REFRESH);  // the line, shown again
+        continuedSeen = 0;
+        continue;
+      }
       if (count < 0) return -1;
       if (interruptSeen != 0) {
         self.keyAfterInterrupt_ = byte;
