@@ -6,12 +6,23 @@
 #include "host/UDClass.hpp"
 #include "host/UDPropInfo.hpp"
 
+namespace {
+
+std::size_t liveHandles = 0;
+
+}  // namespace
+
 UDInterface::UDInterface(void* object, UDClass* cls, UDDatabaseClient* client)
-    : object_(object), class_(cls), client_(client) {}
+    : object_(object), class_(cls), client_(client) {
+  ++liveHandles;
+}
 
 UDInterface::~UDInterface() {
   for (UDInterface* child : children_) child->release();
+  --liveHandles;
 }
+
+std::size_t UDInterface::liveCount() { return liveHandles; }
 
 void UDInterface::internalToExternal() {
   if (state_ == kCreated) state_ = kExternal;

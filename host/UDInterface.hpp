@@ -14,6 +14,7 @@
 //   unit->getLifecycleState()       // UDInterface::kDestroyed; get/set now raise
 //                                   // "CALVEX:InvalidObject"
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -50,6 +51,9 @@ class UDInterface final {
   // Drops one reference; the last one destroys the object if that has not happened and
   // frees the handle.
   void release();
+  // Handles made and not yet freed, in the whole process: what a front-end reads to see
+  // that its references are all given back.
+  static std::size_t liveCount();
   // Has the class free the library object (when one is wrapped); later calls do nothing.
   void destroy(UDDatabaseClient* client);
 

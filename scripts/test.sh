@@ -14,6 +14,8 @@ if [ "${1:-}" = "--sanitize" ]; then
 fi
 
 scripts/deps.sh
+# GNU Octave, for the Octave package and its tests.
+scripts/deps.sh --no-recommends octave liboctave-dev
 cmake -S . -B "build/$flavour" "${options[@]}"
 cmake --build "build/$flavour" -j "$(nproc)"
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1"

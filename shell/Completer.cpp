@@ -4,6 +4,7 @@
 #include <cctype>
 #include <set>
 
+#include "host/FailureReport.hpp"
 #include "host/HostArray.hpp"
 #include "host/UDApplication.hpp"
 #include "host/UDApplicationManager.hpp"
@@ -11,7 +12,6 @@
 #include "host/UDHostCalls.hpp"
 #include "host/UDInterface.hpp"
 #include "host/interpreter/Builtins.hpp"
-#include "host/interpreter/FailureReport.hpp"
 #include "host/interpreter/Workspace.hpp"
 
 namespace {

@@ -16,20 +16,20 @@
 #include <vector>
 
 #include "host/Console.hpp"
+#include "host/FailureReport.hpp"
 #include "host/HostArray.hpp"
 #include "host/JavaBridge.hpp"
+#include "host/ModuleLoader.hpp"
 #include "host/ToolboxFunctions.hpp"
 #include "host/UDHostCalls.hpp"
 #include "host/UDInterface.hpp"
 #include "host/Warning.hpp"
-#include "host/interpreter/FailureReport.hpp"
 #include "host/interpreter/Interpreter.hpp"
 #include "host/interpreter/InterpreterError.hpp"
 #include "host/interpreter/ValueDisplay.hpp"
 #include "shell/CommandLine.hpp"
 #include "shell/Completer.hpp"
 #include "shell/LineEditor.hpp"
-#include "shell/ModuleLoader.hpp"
 #include "shell/Session.hpp"
 
 namespace {
@@ -133,7 +133,8 @@ int main(int argc, char** argv) {
     // The module decides once, when its registries first start, whether the Java
     // layer is there: the bridge must be on before the module loads.
     if (options.events) hostSetUsingJava(true);
-    ModuleLoader::load();
+    ModuleLoader::load(
+        ModuleLoader::candidates(ZO_UNITS_BUILD_MODULE, ModuleLoader::executableDirectory()));
     hostRegisterToolboxFunctions();
     if (options.events) {
       hostClearJavaEventQueue();  // what the built-in library posted while loading

@@ -353,14 +353,17 @@ TEST_F(HostObjects, ConstructMakesAnExternalObjectOfTheClass) {
 }
 
 TEST_F(HostObjects, TwoHoldersFreeTheObjectOnce) {
+  std::size_t live = UDInterface::liveCount();
   UDInterface* object = a_.release();
   object->getReference();
   object->release();
   EXPECT_EQ(destroyed(), 0);
   EXPECT_EQ(gaugeOf(object).label, "A");
+  EXPECT_EQ(UDInterface::liveCount(), live);
   object->release();
   EXPECT_EQ(destroyed(), 1);
   EXPECT_EQ(Gauge::alive, 1);
+  EXPECT_EQ(UDInterface::liveCount(), live - 1);
 }
 
 TEST_F(HostObjects, DestroyIsFinalAndReleasingAfterItIsHarmless) {

@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "host/Console.hpp"
+#include "host/FailureReport.hpp"
 #include "host/Format.hpp"
 #include "host/UDApplicationManager.hpp"
 #include "host/UDClass.hpp"
 #include "host/UDHostCalls.hpp"
 #include "host/UDInterface.hpp"
 #include "host/interpreter/Ast.hpp"
-#include "host/interpreter/FailureReport.hpp"
 #include "host/interpreter/InterpreterError.hpp"
 #include "host/interpreter/Lexer.hpp"
 #include "host/interpreter/Parser.hpp"

@@ -130,7 +130,7 @@ Converter express(const std::string& text, const std::string& system) {
 void bindConversion(py::module_& module) {
   module.def(
       "convert",
-      [](py::handle value, const std::string& from, const std::string& to) {
+      [](const py::object& value, const std::string& from, const std::string& to) {
         Value read = readValue(value);
         return apply(read,
                      callLibrary(Access::Changes, [&] { return converterBetween(from, to); }));
@@ -163,7 +163,7 @@ an array as convert() does.
            py::arg("from_text"), py::arg("to_text"))
       .def(
           "__call__",
-          [](const Converter& converter, py::handle value) {
+          [](const Converter& converter, const py::object& value) {
             return apply(readValue(value), converter.factors());
           },
           py::arg("value"), "Converts a number or an array of numbers.")

@@ -113,8 +113,8 @@ void registerSystem(const std::string& name,
                     const std::array<std::string, kBaseDimensionCount>& unitNames) {
   callLibrary(Access::Changes, [&] {
     auto system = std::make_unique<UnitSystem>(name.c_str());
-    for (unsigned b = 0; b < kBaseDimensionCount; ++b)
-      ((*system).*kSystemFields[b].set)(unitNames[b]);
+    auto unitName = unitNames.begin();
+    for (const SystemField& field : kSystemFields) (system.get()->*field.set)(*unitName++);
     UnitSystemManager::Instance()->registerUnitSystem(system.get());
     system.release();  // the registry owns it now
   });
@@ -178,7 +178,7 @@ py::dict listSystems() {
     for (const auto& system : UnitSystemManager::Instance()->getUnitSystems()) {
       py::dict unitNames;
       for (const SystemField& field : kSystemFields)
-        unitNames[field.keyword] = ((*system).*field.get)();
+        unitNames[field.keyword] = (system.get()->*field.get)();
       listed[py::str(system->getUnitSystemName())] = unitNames;
     }
     return listed;

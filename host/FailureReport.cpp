@@ -1,4 +1,4 @@
-#include "host/interpreter/FailureReport.hpp"
+#include "host/FailureReport.hpp"
 
 #include <exception>
 #include <memory>
@@ -9,28 +9,42 @@
 #include "host/IUserException.hpp"
 #include "host/InterruptException.hpp"
 
-std::optional<std::string> FailureReport::capture(const std::function<void()>& action) {
+namespace {
+
+FailureReport::Failure failure(const char* identifier, const char* message) {
+  return {identifier != nullptr ? identifier : "", message != nullptr ? message : ""};
+}
+
+}  // namespace
+
+std::optional<FailureReport::Failure> FailureReport::catchAll(const std::function<void()>& action) {
   try {
     action();
     return std::nullopt;
   } catch (ErrorIdException* raised) {
     std::unique_ptr<ErrorIdException> owned(raised);
-    return format(raised->getIdentifier(), raised->getMessage());
+    return failure(raised->getIdentifier(), raised->getMessage());
   } catch (Exception* raised) {
     std::unique_ptr<Exception> owned(raised);
-    return format(nullptr, raised->getMessage());
+    return failure(nullptr, raised->getMessage());
   } catch (const fl::except::IUserException& raised) {
-    return format(raised.GetIdentifier(), raised.GetMessageTxt());
+    return failure(raised.GetIdentifier(), raised.GetMessageTxt());
   } catch (const Tarnwick::System::InterruptException&) {
-    return format("CALVEX:interrupt", "Interrupted.");
+    return failure("CALVEX:interrupt", "Interrupted.");
   } catch (const Tarnwick::System::DebugQuitException&) {
-    return format("CALVEX:dbquit", "Left the debugger.");
+    return failure("CALVEX:dbquit", "Left the debugger.");
   } catch (const std::exception& raised) {
-    return format(nullptr, raised.what());
+    return failure(nullptr, raised.what());
   } catch (...) {
     // Anything else thrown by pointer cannot be freed without knowing its type.
-    return format(nullptr, "An unknown failure ended the statement.");
+    return failure(nullptr, "An unknown failure ended the statement.");
   }
+}
+
+std::optional<std::string> FailureReport::capture(const std::function<void()>& action) {
+  std::optional<Failure> raised = catchAll(action);
+  if (!raised) return std::nullopt;
+  return format(raised->identifier.c_str(), raised->message.c_str());
 }
 
 std::string FailureReport::format(const char* identifier, const char* message) {

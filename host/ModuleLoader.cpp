@@ -1,4 +1,4 @@
-#include "shell/ModuleLoader.hpp"
+#include "host/ModuleLoader.hpp"
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -13,26 +13,33 @@ namespace {
 
 constexpr const char* kModuleFile = "libtwzo_units.so";
 
-// The directory of the running executable, or "" when it cannot be read.
-std::string executableDirectory() {
-  std::string path(4096, '\0');
-  ssize_t length = readlink("/proc/self/exe", path.data(), path.size() - 1);
-  if (length <= 0) return "";
-  path.resize(static_cast<std::size_t>(length));
+std::string directoryPart(const std::string& path) {
   std::size_t slash = path.rfind('/');
   return slash == std::string::npos ? "" : path.substr(0, slash);
 }
 
 }  // namespace
 
-std::vector<std::string> ModuleLoader::candidates() {
+std::string ModuleLoader::executableDirectory() {
+  std::string path(4096, '\0');
+  ssize_t length = readlink("/proc/self/exe", path.data(), path.size() - 1);
+  if (length <= 0) return "";
+  path.resize(static_cast<std::size_t>(length));
+  return directoryPart(path);
+}
+
+std::string ModuleLoader::directoryOf(const void* address) {
+  Dl_info info;
+  if (dladdr(address, &info) == 0 || info.dli_fname == nullptr) return "";
+  return directoryPart(info.dli_fname);
+}
+
+std::vector<std::string> ModuleLoader::candidates(const std::string& builtModule,
+                                                  const std::string& origin) {
   const char* chosen = std::getenv("ZO_UNITS_MODULE");
   if (chosen != nullptr && *chosen != '\0') return {chosen};
   std::vector<std::string> places;
-#ifdef ZO_UNITS_BUILD_MODULE
-  places.emplace_back(ZO_UNITS_BUILD_MODULE);
-#endif
-  std::string origin = executableDirectory();
+  if (!builtModule.empty()) places.push_back(builtModule);
   if (!origin.empty()) {
     places.push_back(origin + "/" + kModuleFile);
     places.push_back(origin + "/../" + kModuleFile);
@@ -42,9 +49,9 @@ std::vector<std::string> ModuleLoader::candidates() {
   return places;
 }
 
-std::string ModuleLoader::load() {
+std::string ModuleLoader::load(const std::vector<std::string>& places) {
   std::string failures;
-  for (const std::string& place : candidates()) {
+  for (const std::string& place : places) {
     void* module = dlopen(place.c_str(), RTLD_NOW | RTLD_GLOBAL);
     if (module == nullptr) {
       const char* why = dlerror();
