@@ -29,10 +29,10 @@ namespace {
 using TwUnits::UnitConverter;
 using TwUnits::UnitConverterManager;
 
-// Swallows host warnings for its lifetime.
+// Swallows host warnings for its lifetime, without reading (so formatting) their texts.
 class QuietWarnings {
  public:
-  QuietWarnings() : previous_(utSetWarningHandler([](const std::string&, const std::string&) {})) {}
+  QuietWarnings() : previous_(utSetWarningHandler([](const std::string&, const WarningText&) {})) {}
   ~QuietWarnings() { utSetWarningHandler(previous_); }
   QuietWarnings(const QuietWarnings&) = delete;
   QuietWarnings& operator=(const QuietWarnings&) = delete;
@@ -62,6 +62,22 @@ void BM_CachedConversion(benchmark::State& state, const char* fromText, const ch
     std::unique_ptr<UnitConverter> converter(converters->getQuantityUnitConverter(from, to));
     benchmark::DoNotOptimize(value);
     benchmark::DoNotOptimize(converter->doConversion(value));
+  }
+}
+
+// The allocation-free path: UnitManager::convert between the same two texts, whose
+// converter the calculator remembers for this thread.
+void BM_AllocationFreeConversion(benchmark::State& state, const char* fromText,
+                                 const char* toText) {
+  QuietWarnings quiet;
+  const std::string from = fromText, to = toText;
+  registerDegreeRankine();
+  TwUnits::UnitManager* units = TwUnits::UnitManager::Instance();
+  units->convert(1.0, from, to);  // first sight, not timed
+  double value = 1.0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(value);
+    benchmark::DoNotOptimize(units->convert(value, from, to));
   }
 }
 
@@ -151,24 +167,39 @@ void BM_Udunits_PreparedConverter(benchmark::State& state, const char* from, con
   ut_free(fromUnit);
 }
 
-// For bench/instruction_counts.sh: `repeat_conversion ours|udunits <from> <to> <n>` does
-// the timed work of BM_CachedConversion or BM_Udunits_ParseAndConvert n times.
+// For bench/instruction_counts.sh: `repeat_conversion ours|converter|udunits|udunits_parsed
+// <from> <to> <n>` does the timed work of BM_AllocationFreeConversion, BM_CachedConversion,
+// BM_Udunits_ParseAndConvert or BM_Udunits_ConvertParsedUnits n times.
 TW_CHILD_TASK(repeat_conversion) {
   const std::string side = arguments.at(0), from = arguments.at(1), to = arguments.at(2);
   const long count = std::stol(arguments.at(3));
   double sum = 0.0;
-  if (side == "ours") {
+  if (side == "ours" || side == "converter") {
     QuietWarnings quiet;
     registerDegreeRankine();
+    TwUnits::UnitManager* units = TwUnits::UnitManager::Instance();
     UnitConverterManager* converters = UnitConverterManager::Instance();
-    delete converters->getQuantityUnitConverter(from, to);
-    for (long i = 0; i < count; ++i) {
-      std::unique_ptr<UnitConverter> converter(converters->getQuantityUnitConverter(from, to));
-      sum += converter->doConversion(1.0);
+    sum += units->convert(1.0, from, to);
+    if (side == "ours") {
+      for (long i = 0; i < count; ++i) sum += units->convert(1.0, from, to);
+    } else {
+      for (long i = 0; i < count; ++i) {
+        std::unique_ptr<UnitConverter> converter(converters->getQuantityUnitConverter(from, to));
+        sum += converter->doConversion(1.0);
+      }
     }
   } else {
     ut_system* system = twbench::udunitsSystem();
+    ut_unit* fromParsed = ut_parse(system, from.c_str(), UT_ASCII);
+    ut_unit* toParsed = ut_parse(system, to.c_str(), UT_ASCII);
+    const bool parsed = side == "udunits_parsed";
     for (long i = 0; i < count; ++i) {
+      if (parsed) {
+        cv_converter* converter = ut_get_converter(fromParsed, toParsed);
+        sum += cv_convert_double(converter, 1.0);
+        cv_free(converter);
+        continue;
+      }
       ut_unit* fromUnit = ut_parse(system, from.c_str(), UT_ASCII);
       ut_unit* toUnit = ut_parse(system, to.c_str(), UT_ASCII);
       cv_converter* converter = ut_get_converter(fromUnit, toUnit);
@@ -177,6 +208,8 @@ TW_CHILD_TASK(repeat_conversion) {
       ut_free(toUnit);
       ut_free(fromUnit);
     }
+    ut_free(toParsed);
+    ut_free(fromParsed);
   }
   report["sum"] = sum;
 }
@@ -189,6 +222,7 @@ TW_CHILD_TASK(repeat_conversion) {
   BENCHMARK_CAPTURE(function, kelvin_to_fahrenheit, "kelvin", "fahrenheit");            \
   BENCHMARK_CAPTURE(function, kelvin_to_degree_rankine, "kelvin", "degree_rankine")
 
+TW_CONVERSION_PAIRS(BM_AllocationFreeConversion);
 TW_CONVERSION_PAIRS(BM_CachedConversion);
 TW_CONVERSION_PAIRS(BM_PreparedConversion);
 TW_CONVERSION_PAIRS(BM_Udunits_ParseAndConvert);

@@ -10,6 +10,8 @@ if [ "${1:-}" = "--no-recommends" ]; then
   shift
 fi
 packages=(cmake make g++ pkg-config libboost-dev libgtest-dev libbenchmark-dev libudunits2-dev
+          # the shell's line editing at a terminal
+          libedit-dev
           # the Python package, for Debian's own interpreter /usr/bin/python3
           python3-dev pybind11-dev python3-pybind11 python3-numpy python3-pytest
           "$@")

@@ -29,6 +29,8 @@ ShellOptions CommandLine::parse(const std::vector<std::string>& args) {
       options.keepGoing = true;
     } else if (arg == "--echo") {
       options.echo = true;
+    } else if (arg == "--no-history") {
+      options.history = false;
     } else if (arg == "-e") {
       if (i + 1 == args.size()) refuse("-e needs statements to run");
       options.statements.push_back(args[++i]);
@@ -70,6 +72,12 @@ const char* CommandLine::usage() {
          "  --keep-going  go on after an error in a script or in -e statements\n"
          "                (by default they stop there, with exit status 1)\n"
          "  --echo        print each line of a script before its output\n"
+         "  --no-history  at the prompt, neither read nor write the history file\n"
+         "\n"
+         "At a terminal the prompt edits the line: Up and Down recall earlier statements,\n"
+         "Tab completes names, Ctrl-C abandons the line, Ctrl-D on an empty line ends\n"
+         "the session. The last 1000 statements are kept in $ZO_UNITS_HISTORY, by\n"
+         "default ~/.zo_units_history.\n"
          "\n"
          "The module libtwzo_units.so is taken from $ZO_UNITS_MODULE when that is set,\n"
          "else from the build tree or next to the executable.\n"

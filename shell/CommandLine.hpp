@@ -9,7 +9,7 @@
 //   zo_units [--events] convert VALUE FROM TO
 //   zo_units --help
 //
-//   OPTIONS: --events  --keep-going  --echo
+//   OPTIONS: --events  --keep-going  --echo  --no-history
 //
 // Example:
 //   ShellOptions options = CommandLine::parse({"--echo", "demo.cvx"});
@@ -25,6 +25,7 @@ struct ShellOptions {
   bool events = false;     // print change events as they are posted
   bool keepGoing = false;  // a script or -e goes on after an error
   bool echo = false;       // print each line of a script before running it
+  bool history = true;     // the prompt reads and writes the history file
   std::string script;
   std::vector<std::string> statements;
   std::string value, from, to;  // convert

@@ -34,15 +34,19 @@ bool Session::feed(const std::string& raw) {
 }
 
 int Session::run(std::istream& in) {
-  std::string line;
-  while (true) {
+  return run([&]() -> std::optional<std::string> {
     if (options_.prompt) utPrintf(">> ");
-    if (!std::getline(in, line)) {
-      // End of input ends the session; on a terminal the prompt's line is closed.
-      if (options_.prompt) utPrintf("\n");
-      break;
-    }
-    if (!feed(line)) break;
+    std::string line;
+    if (!std::getline(in, line)) return std::nullopt;
+    return line;
+  });
+}
+
+int Session::run(const std::function<std::optional<std::string>()>& nextLine) {
+  while (std::optional<std::string> line = nextLine()) {
+    if (!feed(*line)) return exitStatus();
   }
+  // End of input ends the session; on a terminal the prompt's line is closed.
+  if (options_.prompt) utPrintf("\n");
   return exitStatus();
 }

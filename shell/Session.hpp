@@ -10,7 +10,9 @@
 //   std::ifstream script("demo.cvx");
 //   return session.run(script);   // the exit status: 1 when an error stopped it
 
+#include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 class Interpreter;
@@ -30,6 +32,8 @@ class Session {
   bool feed(const std::string& line);
   // Runs the lines of the stream until the session is over; returns the exit status.
   int run(std::istream& in);
+  // The same with lines from nextLine, which gives nothing at the end of the input.
+  int run(const std::function<std::optional<std::string>()>& nextLine);
   // 1 when an error ended the session, otherwise 0.
   int exitStatus() const { return stoppedByError_ ? 1 : 0; }
 

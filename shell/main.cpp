@@ -28,6 +28,8 @@
 #include "host/interpreter/InterpreterError.hpp"
 #include "host/interpreter/ValueDisplay.hpp"
 #include "shell/CommandLine.hpp"
+#include "shell/Completer.hpp"
+#include "shell/LineEditor.hpp"
 #include "shell/Session.hpp"
 
 namespace {
@@ -103,7 +105,12 @@ int runSession(const ShellOptions& options) {
       // A person at a terminal, or statements piped in: an error never ends the session.
       session.keepGoing = true;
       session.prompt = isatty(STDIN_FILENO) != 0;
-      return Session(interpreter, session).run(std::cin);
+      if (!session.prompt || isatty(STDOUT_FILENO) == 0)
+        return Session(interpreter, session).run(std::cin);
+      Completer completer(interpreter.workspace());
+      LineEditor editor(options.history ? LineEditor::historyFile() : "",
+                        [&](const std::string& before) { return completer.complete(before); });
+      return Session(interpreter, session).run([&] { return editor.read(); });
     }
   }
 }

@@ -90,10 +90,10 @@ TEST(HostStrings, TrimsWhiteSpaceAtBothEnds) {
   EXPECT_EQ(utTrim(""), "");
 }
 
-const std::uint32_t kTestIds[] = {0x7F0001, 0x7F0002};
-const char* const kTestKeys[] = {"ONE", "TWO"};
-const char* const kTestTexts[] = {"Value %d of '%s'.", "Plain."};
-const ut_message_table kTestTable = {2, 0x7F, kTestIds, kTestKeys, kTestTexts, "", {}};
+const std::uint32_t kTestIds[] = {0x7F0001, 0x7F0002, 0x7F0003};
+const char* const kTestKeys[] = {"ONE", "TWO", "THREE"};
+const char* const kTestTexts[] = {"Value %d of '%s'.", "Plain.", "Named '%s'."};
+const ut_message_table kTestTable = {3, 0x7F, kTestIds, kTestKeys, kTestTexts, "", {}};
 
 TEST(HostErrors, RaiseCarriesIdentifierAndFormattedText) {
   ut_mem_add_primary_message_table(utGetMemoryContext(), &kTestTable);
@@ -113,6 +113,20 @@ TEST(HostWarnings, DefaultHandlerPrintsToConsoleAndRecordsLastWarning) {
   EXPECT_EQ(printed, "Warning: Value 1 of 'y'.\n");
   EXPECT_EQ(utLastWarningIdentifier(), "Test:Warn");
   EXPECT_EQ(utLastWarningText(), "Value 1 of 'y'.");
+}
+
+TEST(HostWarnings, ATextArgumentIsFormattedWhenRead) {
+  ut_mem_add_primary_message_table(utGetMemoryContext(), &kTestTable);
+  WarningHandler previous = utSetWarningHandler([](const std::string&, const WarningText&) {});
+  ut_warning_id(utGetWarningContext(), "Test:Warn", 0x7F0001, 1, "y");
+  ut_warning_id_str(utGetWarningContext(), "Test:Named", 0x7F0003, "z");
+  EXPECT_EQ(utLastWarningText(), "Named 'z'.");
+  ut_warning_id_str(utGetWarningContext(), "Test:Named", 0x7F0003, "w");
+  EXPECT_EQ(utLastWarningText(), "Named 'w'.");
+  utSetWarningHandler(previous);
+  WarningCapture warnings;
+  ut_warning_id_str(utGetWarningContext(), "Test:Named", 0x7F0003, "v");
+  EXPECT_EQ(warnings.texts(), std::vector<std::string>{"Named 'v'."});
 }
 
 TEST(HostWarnings, CaptureSeesIdentifierInsteadOfPrinting) {

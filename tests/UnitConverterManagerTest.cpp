@@ -1,13 +1,43 @@
 #include <gtest/gtest.h>
 
+// GCC 12 at -O3 takes a zero that boost::rational builds for uninitialized.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#include <boost/multiprecision/cpp_int.hpp>
+#pragma GCC diagnostic pop
 #include <cmath>
+#include <cstdlib>
 #include <memory>
+#include <new>
+#include <vector>
 
+#include "host/Warning.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitConverterManager.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitSystemManager.hpp"
+
+// Counts this thread's heap allocations while counting is on (not in the sanitizer
+// builds, whose allocators stay their own).
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+namespace {
+thread_local long allocations = -1;  // -1: not counting
+}  // namespace
+
+void* operator new(std::size_t size) {
+  if (allocations >= 0) ++allocations;
+  if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+  throw std::bad_alloc();
+}
+// GCC takes the replaced pair for a mismatch once it inlines them.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+#pragma GCC diagnostic pop
+#define TW_COUNTS_ALLOCATIONS 1
+#endif
 
 namespace TwUnits {
 namespace {
@@ -102,6 +132,123 @@ TEST_F(Converters, TablesGrowAndShrinkWithBaseUnits) {
   std::unique_ptr<UnitConverter> back(converters->getQuantityUnitConverter(2, 4, 6));
   EXPECT_EQ(back->getToUnit(), 6);
 }
+
+// Each built-in unit's value in its quantity's first unit, as the product of the library's
+// decimal factors (a factor after "/" divides), and for temperatures the offset.
+struct BuiltinValue {
+  int quantity;
+  const char* unit;
+  std::vector<const char*> factors;
+  const char* offset;
+};
+
+using Fraction = boost::multiprecision::cpp_rational;
+
+Fraction exactly(std::string decimal) {
+  bool divides = decimal[0] == '/';
+  if (divides) decimal.erase(0, 1);
+  boost::multiprecision::cpp_int digits = 0, scale = 1;
+  int exponent = 0;
+  std::size_t point = decimal.find('.'), e = decimal.find('e');
+  if (e != std::string::npos) exponent = std::stoi(decimal.substr(e + 1));
+  for (std::size_t i = 0; i < std::min(e, decimal.size()); ++i) {
+    if (decimal[i] == '-' || decimal[i] == '.') continue;
+    digits = digits * 10 + (decimal[i] - '0');
+    if (point != std::string::npos && i > point) --exponent;
+  }
+  for (int i = 0; i < std::abs(exponent); ++i) scale *= 10;
+  Fraction value = exponent >= 0 ? Fraction(digits * scale) : Fraction(digits, scale);
+  if (decimal[0] == '-') value = -value;
+  return divides ? Fraction(1 / value) : value;
+}
+
+// Whether no double lies nearer to the exact value than `rounded`.
+bool isNearest(double rounded, const Fraction& exact) {
+  Fraction distance = abs(Fraction(rounded) - exact);
+  for (double neighbour : {std::nextafter(rounded, -INFINITY), std::nextafter(rounded, INFINITY)}) {
+    if (abs(Fraction(neighbour) - exact) < distance) return false;
+  }
+  return true;
+}
+
+TEST_F(Converters, BuiltinPairsAreExactProductsRoundedOnce) {
+  const BuiltinValue values[] = {
+      {0, "item", {}, "0"},
+      {0, "molecule", {"1"}, "0"},
+      {0, "mole", {"6.02214199e+23", "1"}, "0"},
+      {1, "gram", {}, "0"},
+      {1, "ounce", {"28.34952312"}, "0"},
+      {1, "pound", {"16", "28.34952312"}, "0"},
+      {1, "ton", {"2000", "16", "28.34952312"}, "0"},
+      {2, "meter", {}, "0"},
+      {2, "inch", {"0.0254"}, "0"},
+      {2, "foot", {"12", "0.0254"}, "0"},
+      {2, "yard", {"36", "0.0254"}, "0"},
+      {2, "mile", {"5280", "12", "0.0254"}, "0"},
+      {2, "metre", {"1"}, "0"},
+      {3, "second", {}, "0"},
+      {3, "minute", {"60"}, "0"},
+      {3, "hour", {"3600"}, "0"},
+      {3, "day", {"86400"}, "0"},
+      {3, "year", {"365.25", "86400"}, "0"},
+      {4, "fahrenheit", {}, "0"},
+      {4, "celsius", {"1.8"}, "32"},
+      {4, "kelvin", {"1", "1.8"}, "-459.67"},  // 1.8 * -273.15 + 32
+      {4, "Celsius", {"1", "1.8"}, "32"},
+      {5, "ampere", {}, "0"},
+      {5, "biot", {"/0.1"}, "0"},
+      {6, "candela", {}, "0"},
+      {6, "candle", {"1.01937"}, "0"},
+  };
+  for (const BuiltinValue& from : values) {
+    for (const BuiltinValue& to : values) {
+      if (from.quantity != to.quantity) continue;
+      SCOPED_TRACE(std::string(from.unit) + " -> " + to.unit);
+      Fraction fromScale = 1, toScale = 1;
+      for (const char* factor : from.factors) fromScale *= exactly(factor);
+      for (const char* factor : to.factors) toScale *= exactly(factor);
+      UnitConverter entry =
+          converters->tableEntry(from.quantity, units->getUnitIndex(from.quantity, from.unit),
+                                 units->getUnitIndex(to.quantity, to.unit));
+      EXPECT_TRUE(isNearest(entry.getMultiplier(), fromScale / toScale)) << entry.getMultiplier();
+      EXPECT_TRUE(
+          isNearest(entry.getOffset(), (exactly(from.offset) - exactly(to.offset)) / toScale))
+          << entry.getOffset();
+    }
+  }
+}
+
+TEST_F(Converters, TextsConvertedBeforeWarnAndRaiseAsOnFirstSight) {
+  WarningCapture warnings;
+  for (int use = 0; use < 2; ++use) {
+    EXPECT_NEAR(units->convert(0.0, "kelvin", "fahrenheit"), -459.67, 1e-9);
+    EXPECT_UNIT_ERROR_ID(units->convert(1.0, "meter", "second"), "Unit:ConversionDifferentQuants");
+    EXPECT_UNIT_ERROR_ID(units->convert(1.0, "meter", "furlongs"), "Unit:NotFound");
+  }
+  EXPECT_EQ(warnings.identifiers(), std::vector<std::string>(2, "Unit:Deprecation"))
+      << "a warning on every use";
+}
+
+#ifdef TW_COUNTS_ALLOCATIONS
+TEST_F(Converters, ConvertingBetweenTextsConvertedBeforeAllocatesNothing) {
+  WarningHandler previous = utSetWarningHandler([](const std::string&, const WarningText&) {});
+  const UnitComposition& hour = *units->verifyUnitCompositionString("hour");
+  const UnitComposition& minute = *units->verifyUnitCompositionString("minute");
+  units->convert(1.0, "kilometer/hour", "meter/second");
+  units->convert(1.0, "kelvin", "fahrenheit");
+  allocations = 0;
+  double speed = units->convert(36.0, "kilometer/hour", "meter/second");
+  double temperature = units->convert(0.0, "kelvin", "fahrenheit");
+  double minutes = converters->getConverter(hour, minute).doConversion(2.0);
+  long counted = allocations;
+  allocations = -1;
+  utSetWarningHandler(previous);
+  EXPECT_EQ(counted, 0);
+  EXPECT_DOUBLE_EQ(speed, 10.0);
+  EXPECT_NEAR(temperature, -459.67, 1e-9);
+  EXPECT_DOUBLE_EQ(minutes, 120.0);
+}
+#endif
 
 TEST_F(Converters, IntoAUnitSystem) {
   const UnitSystemApi* mks = UnitSystemManager::Instance()->getUnitSystemApi("MKS");

@@ -240,6 +240,7 @@ TEST_F(UnitRegistry, CachedTextsNamingAUnitFollowItsRedefinitionAndRemoval) {
   EXPECT_DOUBLE_EQ(convert("furlong/fortnight", "meter/day"), 201.168 / 14.0);
   WarningCapture quiet;
   add("furlong", "meter", 200.0);
+  add("kilofurlong", "furlong", 1000.0);  // a prefixed name: it registers nothing
   EXPECT_DOUBLE_EQ(convert("kilofurlong", "meter"), 200000.0);
   EXPECT_DOUBLE_EQ(convert("furlong/fortnight", "meter/day"), 200.0 / 14.0);
   units->unregisterUnit("fortnight");

@@ -80,18 +80,25 @@ UnitComposition* CompositionCache::find(const std::string& text) const {
   return held == kEmpty ? nullptr : entries_[entryIndex(held)].composition.get();
 }
 
-std::pair<UnitComposition*, const UnitRepresentationApi*> CompositionCache::lookup(
-    const std::string& text) const {
+CompositionCache::Found CompositionCache::lookup(const std::string& text) const {
   std::uint64_t held = slots_[slotOf(text, hashOf(text))];
-  if (held == kEmpty) return {nullptr, nullptr};
+  if (held == kEmpty) return {};
   const Entry& entry = entries_[entryIndex(held)];
-  return {entry.composition.get(), entry.unit};
+  return {entry.composition.get(), entry.unit, entry.marked};
 }
 
-void CompositionCache::setUnit(const std::string& text, const UnitRepresentationApi* unit) {
+void CompositionCache::setUnit(const std::string& text, const UnitRepresentationApi* unit,
+                               bool marked) {
   std::uint64_t held = slots_[slotOf(text, hashOf(text))];
   assert(held != kEmpty && "a unit's name has an entry");
   entries_[entryIndex(held)].unit = unit;
+  entries_[entryIndex(held)].marked = marked;
+}
+
+void CompositionCache::mark(const std::string& text) {
+  std::uint64_t held = slots_[slotOf(text, hashOf(text))];
+  assert(held != kEmpty && "a marked text has an entry");
+  entries_[entryIndex(held)].marked = true;
 }
 
 UnitComposition* CompositionCache::insert(const std::string& text,
@@ -104,7 +111,7 @@ UnitComposition* CompositionCache::insert(const std::string& text,
     grow();
     slot = slotOf(text, hash);
   }
-  entries_.push_back(Entry{text, std::move(composition), hash, nullptr});
+  entries_.push_back(Entry{text, std::move(composition), hash, nullptr, false});
   slots_[slot] = slotValue(entries_.size() - 1, hash);
   return entries_.back().composition.get();
 }
@@ -116,6 +123,7 @@ UnitComposition* CompositionCache::assign(const std::string& text,
   Entry& entry = entries_[entryIndex(held)];
   entry.composition = std::move(composition);
   entry.unit = nullptr;
+  entry.marked = false;
   return entry.composition.get();
 }
 

@@ -18,7 +18,6 @@
 #include <deque>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "units/UnitComposition.hpp"
@@ -34,13 +33,21 @@ class CompositionCache {
   CompositionCache& operator=(const CompositionCache&) = delete;
   ~CompositionCache();
 
+  struct Found {
+    UnitComposition* composition = nullptr;       // null when the text has no entry
+    const UnitRepresentationApi* unit = nullptr;  // when the text is a registered unit's name
+    bool marked = false;
+  };
+
   // The text's composition (the cache keeps it), or null.
   UnitComposition* find(const std::string& text) const;
-  // The text's composition and, when the text is a registered unit's name, that unit;
-  // nulls when the text has no entry.
-  std::pair<UnitComposition*, const UnitRepresentationApi*> lookup(const std::string& text) const;
-  // Records the registered unit whose name the text is; the text must have an entry.
-  void setUnit(const std::string& text, const UnitRepresentationApi* unit);
+  Found lookup(const std::string& text) const;
+  // Records the registered unit whose name the text is, and the entry's mark; the text
+  // must have an entry.
+  void setUnit(const std::string& text, const UnitRepresentationApi* unit, bool marked);
+  // Sets the mark of the text's entry, which the registry gives to the entries that
+  // name user units; the text must have an entry.
+  void mark(const std::string& text);
   bool contains(const std::string& text) const { return find(text) != nullptr; }
   // Stores the composition under a text that has none and returns it; when the text
   // has one already, keeps that, frees the new one and returns the kept one.
@@ -66,6 +73,7 @@ class CompositionCache {
     std::unique_ptr<UnitComposition> composition;
     std::uint64_t hash;
     const UnitRepresentationApi* unit = nullptr;
+    bool marked = false;
   };
   // A slot holds the entry's index + 1 in its low half and the high half of the
   // entry's hash in its high half, so that most mismatches need no visit to the entry.

@@ -8,6 +8,7 @@
 #include "host/StringVector.hpp"
 #include "units/Announcement.hpp"
 #include "units/QuantityStringParser.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
@@ -145,6 +146,7 @@ void PhysicalQuantityManager::checkNewQuantity(const QuantityDimension& quantity
 }
 
 void PhysicalQuantityManager::storeQuantity(QuantityDimension* quantity) {
+  RegistryLock::Change change;
   Announcement announcement;
   names_.push_back(quantity->getName());
   quantities_.emplace_back(quantity);
@@ -155,6 +157,7 @@ void PhysicalQuantityManager::storeQuantity(QuantityDimension* quantity) {
 
 void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   int index = -1;
   for (std::size_t i = 0; i < names_.size(); ++i) {
     if (names_[i] == name) {

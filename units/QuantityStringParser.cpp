@@ -132,11 +132,12 @@ int QuantityStringParser::getTokenEnum(const std::string& token) {
 // ---- Unit compositions ----
 
 UnitComposition* QuantityStringParser::createUnitCompFromString(
-    const std::string& composition) const {
+    const std::string& composition, std::vector<std::string>* namedUserUnits) const {
   requireNoNul(composition, errors::BadUnitCompositionParse);
   if (isstrnumeric(composition.c_str())) raiseError(errors::UnitCompositionNumeric);
   std::vector<std::string> tokens = postfixTokens(composition, errors::BadUnitCompositionParse);
   UnitStack stack;
+  stack.namedUserUnits = namedUserUnits;
   stack.compositions.reserve(tokens.size());
   stack.literals.reserve(tokens.size());
   for (const std::string& token : tokens) {
@@ -180,18 +181,25 @@ void QuantityStringParser::handleNumericOnUnitComp(UnitStack& stack,
 void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
                                                      const std::string& token) const {
   UnitManager* units = UnitManager::Instance();
-  if (const UnitComposition* cached = units->getCachedComposition(token)) {
-    pushComposition(stack, std::make_unique<UnitComposition>(*cached));
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  // The registry marks user units' names and the texts that name them.
+  if (CompositionCache::Found cached = units->findCached(token); cached.composition != nullptr) {
+    if (cached.marked && stack.namedUserUnits != nullptr) {
+      stack.namedUserUnits->push_back(
+          cached.unit != nullptr ? token : prefixes->stripPrefixFromSingleUnit(token));
+    }
+    pushComposition(stack, std::make_unique<UnitComposition>(*cached.composition));
     return;
   }
-  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   std::string rest = token, prefixName;
   prefixes->stripPrefixAndGetMultiplier(rest, prefixName);
   // Only a unit takes a prefix. The cache also holds verified texts such as "kilogram";
   // read through them, "kilokilogram" would parse only after "kilogram" had.
-  const UnitComposition* found =
-      units->isUnitRegistered(rest) ? units->getCachedComposition(rest) : nullptr;
+  CompositionCache::Found unit;
+  if (units->isUnitRegistered(rest)) unit = units->findCached(rest);
+  const UnitComposition* found = unit.composition;
   if (found == nullptr) raiseError(errors::NotFound, rest);
+  if (unit.marked && stack.namedUserUnits != nullptr) stack.namedUserUnits->push_back(rest);
 
   UnitComposition::UnitSet numerator = found->getNumerator();
   bool prefixAsFactor = numerator.empty();
@@ -352,12 +360,19 @@ bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
   // Every token is written in the text, and a unit name ends a token: a name that is
   // nowhere in the text needs no parse. Registry scans ask this of every definition.
   if (composition.find(unitName) == std::string::npos) return false;
+  std::vector<std::string> names = getUnitNamesInString(composition);
+  return std::find(names.begin(), names.end(), unitName) != names.end();
+}
+
+std::vector<std::string> QuantityStringParser::getUnitNamesInString(
+    const std::string& composition) const {
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  std::vector<std::string> names;
   for (const std::string& token : tokensOf(composition)) {
     std::string unit = prefixes->stripPrefixFromSingleUnit(token);
-    if (getTokenEnum(unit) == NAME && unit == unitName) return true;
+    if (getTokenEnum(unit) == NAME) names.push_back(std::move(unit));
   }
-  return false;
+  return names;
 }
 
 bool QuantityStringParser::doesStringContainPrefix(const std::string& composition,

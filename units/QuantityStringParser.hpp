@@ -36,6 +36,8 @@ class QuantityStringParser : public QuantityStringParserApi {
   struct UnitStack {
     std::vector<std::unique_ptr<UnitComposition>> compositions;
     std::vector<std::optional<std::int32_t>> literals;
+    // When set, receives each user unit that a name resolves to.
+    std::vector<std::string>* namedUserUnits = nullptr;
   };
   using QuantityStack = std::vector<std::unique_ptr<QuantityDimension>>;
   using Makeup = std::pair<std::vector<std::string>, std::vector<int>>;
@@ -55,11 +57,17 @@ class QuantityStringParser : public QuantityStringParserApi {
   ~QuantityStringParser() override;
 
   // Returns a new composition of the string in base units; the caller owns it.
-  UnitComposition* createUnitCompFromString(const std::string& composition) const;
+  // `namedUserUnits`, when given, receives the user units that the string names, as
+  // doesStringContainUnit finds them, in the order it resolves them.
+  UnitComposition* createUnitCompFromString(
+      const std::string& composition, std::vector<std::string>* namedUserUnits = nullptr) const;
   // Returns the new dimensions of a quantity composition ("mass*length/time^2"); the
   // caller owns them.
   QuantityDimension* createQuantityDimensionFromString(const std::string& composition) const;
   bool doesStringContainUnit(const std::string& composition, const std::string& unitName) const;
+  // The names the string writes, each with a leading prefix stripped; none when it does
+  // not parse.
+  std::vector<std::string> getUnitNamesInString(const std::string& composition) const;
   // Whether the prefix registry strips the named prefix from a name of the text.
   bool doesStringContainPrefix(const std::string& composition, const std::string& prefixName) const;
   // Unit names in order of first appearance with their net exponents; names are not

@@ -161,9 +161,25 @@ double UnitComposition::getMultiplierForUnitCancelation(const UnitBase& a,
   return converter->getMultiplier();
 }
 
+bool UnitComposition::hasRepeats() const {
+  // Both sides are sorted by quantity first.
+  auto up = numerator_.begin();
+  auto down = denominator_.begin();
+  while (up != numerator_.end() && down != denominator_.end()) {
+    if (up->lessThanPQOnly(*down)) {
+      ++up;
+    } else if (down->lessThanPQOnly(*up)) {
+      ++down;
+    } else {
+      return true;
+    }
+  }
+  return false;
+}
+
 void UnitComposition::cancelRepeats() {
   requireCurrentPrefixes();
-  if (numerator_.empty() || denominator_.empty()) return;
+  if (!hasRepeats()) return;
   std::vector<UnitBase> common;
   auto byQuantity = [](const UnitBase& x, const UnitBase& y) { return x.lessThanPQOnly(y); };
   std::set_intersection(numerator_.begin(), numerator_.end(), denominator_.begin(),
@@ -277,23 +293,6 @@ UnitCompositionApi::MakeupVectors UnitComposition::getUnitMakeupVectors() const 
     result.second.push_back(exponent);
   }
   return result;
-}
-
-void UnitComposition::shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit) {
-  auto later = [&](const UnitBase& unit) {
-    return static_cast<int>(unit.getPQIdx()) == quantityIndex &&
-           static_cast<int>(unit.getUnitIdx()) > removedUnit;
-  };
-  if (std::none_of(numerator_.begin(), numerator_.end(), later) &&
-      std::none_of(denominator_.begin(), denominator_.end(), later)) {
-    return;
-  }
-  auto shift = [&](const UnitBase& unit) {
-    return later(unit) ? UnitBase(unit.getPQIdx(), unit.getUnitIdx() - 1, unit.getPrefixIdx())
-                       : unit;
-  };
-  numerator_.rewrite(shift);
-  denominator_.rewrite(shift);
 }
 
 bool UnitComposition::holdsPrefix() const {

@@ -57,6 +57,8 @@ class UnitComposition : public UnitCompositionApi {
   // Removes units of the same quantity that stand on both sides, folding their ratio
   // into the multiplier: kilometer/meter becomes the empty composition times 1000.
   void cancelRepeats();
+  // Whether a quantity stands on both sides, so that cancelRepeats has work.
+  bool hasRepeats() const;
   // The factor by which a quantity in unit a is expressed in unit b, prefixes included.
   double getMultiplierForUnitCancelation(const UnitBase& a, const UnitBase& b) const;
 
@@ -85,10 +87,8 @@ class UnitComposition : public UnitCompositionApi {
   const UnitSet& getDenominator() const { return denominator_; }
   double getMultiplier() const { return multiplier_; }
   void setMultiplier(double multiplier) { multiplier_ = multiplier; }
-  // Rewrites the unit index of every unit of the quantity above `removedUnit` one
-  // lower, after the unit registry removed that unit.
-  void shiftUnitIndexesAfterRemoval(int quantityIndex, int removedUnit);
-  // Likewise for prefix indexes above a prefix that the prefix registry removes.
+  // Rewrites the prefix index of every unit above `removedPrefix` one lower, after the
+  // prefix registry removed that prefix.
   void shiftPrefixIndexesAfterRemoval(int removedPrefix);
 
   // The prefix registry tells when it removes the prefix at an index. A composition made

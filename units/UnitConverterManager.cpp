@@ -1,10 +1,18 @@
 #include "units/UnitConverterManager.hpp"
 
+#include <array>
+#include <boost/multiprecision/cpp_int.hpp>
+#include <cctype>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
 #include <stdexcept>
 
 #include "host/Numeric.hpp"
+#include "units/CompositionCache.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityDimension.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -14,21 +22,107 @@ namespace TwUnits {
 
 namespace {
 
+using boost::multiprecision::cpp_int;
+using Fraction = boost::multiprecision::cpp_rational;
+
 void checkUnitIndexes(int unitCount, int fromUnit, int toUnit) {
   if (fromUnit < 0 || toUnit < 0 || fromUnit >= unitCount || toUnit >= unitCount) {
     throw std::out_of_range("unit index outside the conversion table");
   }
 }
 
-int unitCountOf(int quantity) {
-  return static_cast<int>(UnitManager::Instance()->getNumUnits(quantity));
-}
-
 double prefixMultiplier(const UnitBase& unit) {
   return UnitPrefixManager::Instance()->getPrefixMultiplier(unit.getPrefixIdx());
 }
 
+// The exact value of a decimal text such as "6.02214199e+23" or "-273.15".
+Fraction exactDecimal(const char* text) {
+  const char* c = text;
+  bool negative = *c == '-';
+  if (*c == '-' || *c == '+') ++c;
+  cpp_int digits = 0;
+  int exponent = 0;
+  bool fraction = false;
+  for (; std::isdigit(static_cast<unsigned char>(*c)) || *c == '.'; ++c) {
+    if (*c == '.') {
+      fraction = true;
+      continue;
+    }
+    digits = digits * 10 + (*c - '0');
+    if (fraction) --exponent;
+  }
+  if (*c == 'e' || *c == 'E') exponent += std::atoi(c + 1);
+  cpp_int scale =
+      boost::multiprecision::pow(cpp_int(10), static_cast<unsigned>(std::abs(exponent)));
+  Fraction value = exponent >= 0 ? Fraction(digits * scale) : Fraction(digits, scale);
+  return negative ? Fraction(-value) : value;
+}
+
+// The Float nearest to numerator / denominator (positive), ties to even: the one
+// rounding of an exact chain.
+template <typename Float>
+Float nearest(cpp_int numerator, cpp_int denominator) {
+  constexpr int kDigits = std::numeric_limits<Float>::digits;
+  if (numerator == 0) return 0;
+  bool negative = numerator < 0;
+  if (negative) numerator = -numerator;
+  // Scaled so that the quotient has one or two bits more than Float holds; the
+  // remainder says whether anything lies beyond them.
+  int shift = kDigits + 1 + static_cast<int>(boost::multiprecision::msb(denominator)) -
+              static_cast<int>(boost::multiprecision::msb(numerator));
+  if (shift > 0) {
+    numerator <<= shift;
+  } else {
+    denominator <<= -shift;
+  }
+  cpp_int quotient, remainder;
+  boost::multiprecision::divide_qr(numerator, denominator, quotient, remainder);
+  int extra = static_cast<int>(boost::multiprecision::msb(quotient)) + 1 - kDigits;
+  cpp_int dropped = quotient & ((cpp_int(1) << extra) - 1);
+  cpp_int half = cpp_int(1) << (extra - 1);
+  quotient >>= extra;
+  if (dropped > half || (dropped == half && (remainder != 0 || (quotient & 1) != 0))) ++quotient;
+  Float magnitude =
+      std::ldexp(static_cast<Float>(quotient.convert_to<unsigned long long>()), extra - shift);
+  return negative ? -magnitude : magnitude;
+}
+
+template <typename Float>
+Float nearest(const Fraction& value) {
+  return nearest<Float>(boost::multiprecision::numerator(value),
+                        boost::multiprecision::denominator(value));
+}
+
+// Appends the new unit's converter into the quantity's first unit, given its converter
+// into the reference unit, and returns how many units joined: the quantity's first
+// converter introduces both units 0 and 1, either way round.
+template <typename T>
+int appendToFirst(std::vector<detail::Affine<T>>& toFirst, int newUnit, int referenceUnit,
+                  const detail::Affine<T>& toReference) {
+  int count = static_cast<int>(toFirst.size());
+  if (count == 0) {
+    bool forward = newUnit == 1 && referenceUnit == 0;
+    if (!forward && !(newUnit == 0 && referenceUnit == 1))
+      throw std::out_of_range("a quantity's first units are 0 and 1");
+    toFirst.push_back({T(1), T(0)});
+    toFirst.push_back(forward ? toReference
+                              : detail::Affine<T>{T(1) / toReference.multiplier,
+                                                  T(-toReference.offset / toReference.multiplier)});
+    return 2;
+  }
+  if (newUnit != count || referenceUnit < 0 || referenceUnit >= count)
+    throw std::out_of_range("a new unit's index is the quantity's unit count");
+  const detail::Affine<T> reference = toFirst[static_cast<std::size_t>(referenceUnit)];
+  toFirst.push_back({reference.multiplier * toReference.multiplier,
+                     reference.multiplier * toReference.offset + reference.offset});
+  return 1;
+}
+
 }  // namespace
+
+struct UnitConverterManager::ExactFactors {
+  std::vector<std::vector<Affine<Fraction>>> units;  // per base quantity, by unit index
+};
 
 UnitConverterManager* UnitConverterManager::Instance() {
   static UnitConverterManager* instance = new UnitConverterManager();
@@ -36,27 +130,39 @@ UnitConverterManager* UnitConverterManager::Instance() {
 }
 
 UnitConverterManager::UnitConverterManager()
-    : tables_(PhysicalQuantityManager::kBuiltinQuantityCount),
+    : quantities_(PhysicalQuantityManager::kBuiltinQuantityCount),
+      exact_(std::make_unique<ExactFactors>()),
       identity_(new UnitConverter(1.0, 0.0)) {
+  exact_->units.resize(kLastBaseQuantity + 1);
   identity_->setIdentity(true);
 }
 
 UnitConverterManager::~UnitConverterManager() = default;
 
-const UnitConverter& UnitConverterManager::tableEntry(int quantity, int fromUnit,
-                                                      int toUnit) const {
-  // The table is always as many units square as the registry counts for the quantity.
-  const ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
-  checkUnitIndexes(static_cast<int>(table.size()), fromUnit, toUnit);
-  const auto& entry = table[static_cast<std::size_t>(fromUnit)][static_cast<std::size_t>(toUnit)];
-  return entry ? *entry : *identity_;
+UnitConverter UnitConverterManager::tableEntry(int quantity, int fromUnit, int toUnit) const {
+  const QuantityUnits& units = quantities_.at(static_cast<std::size_t>(quantity));
+  checkUnitIndexes(static_cast<int>(units.toFirst.size()), fromUnit, toUnit);
+  if (fromUnit == toUnit) return *identity_;
+  UnitConverter entry(1.0, 0.0);
+  if (fromUnit < units.builtinCount && toUnit < units.builtinCount) {
+    entry = units.builtinPairs[static_cast<std::size_t>(fromUnit * units.builtinCount + toUnit)];
+  } else {
+    // Into the first unit and out of it again; the offsets cancel exactly for units
+    // that share one.
+    const Affine<long double>& from = units.toFirst[static_cast<std::size_t>(fromUnit)];
+    const Affine<long double>& to = units.toFirst[static_cast<std::size_t>(toUnit)];
+    entry = UnitConverter(static_cast<double>(from.multiplier / to.multiplier),
+                          static_cast<double>((from.offset - to.offset) / to.multiplier));
+  }
+  entry.setQuantityIdx(quantity);
+  entry.setFromUnit(fromUnit);
+  entry.setToUnit(toUnit);
+  return entry;
 }
 
 std::size_t UnitConverterManager::getTableSize(int quantity) const {
-  std::size_t size = 0;
-  for (const ConverterList& row : tables_.at(static_cast<std::size_t>(quantity)))
-    size += row.size();
-  return size;
+  std::size_t units = quantities_.at(static_cast<std::size_t>(quantity)).toFirst.size();
+  return units * units;
 }
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(int quantity, int fromUnit,
@@ -79,83 +185,70 @@ UnitConverter* UnitConverterManager::getReverseUnitConverter(
   return reverse;
 }
 
+void UnitConverterManager::raiseUnitCount(int quantity, int joined) const {
+  for (int i = 0; i < joined; ++i) UnitManager::Instance()->incrementNumUnits(quantity);
+}
+
+UnitConverterManager::QuantityUnits& UnitConverterManager::baseQuantity(int quantity) {
+  if (quantity < 0 || quantity > kLastBaseQuantity)
+    throw std::out_of_range("no conversion table for the quantity");
+  return quantities_[static_cast<std::size_t>(quantity)];
+}
+
 void UnitConverterManager::addBaseUnitConverter(int quantity, int newUnit, int referenceUnit,
                                                 UnitConverter* converter) {
   std::unique_ptr<UnitConverter> owned(converter);
-  ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
-  if (owned->getFromUnit() == -1) owned->setFromUnit(newUnit);
-  if (owned->getToUnit() == -1) owned->setToUnit(referenceUnit);
-  owned->setQuantityIdx(quantity);
-  UnitManager* units = UnitManager::Instance();
-
-  ConverterList batch;
-  batch.emplace_back(getReverseUnitConverter(owned.get()));
-  if (table.empty()) {
-    // The quantity's first converter introduces both of its units.
-    batch.push_back(std::move(owned));
-    units->incrementNumUnits(quantity);
-    units->incrementNumUnits(quantity);
-    placeConverters(quantity, batch);
-    return;
-  }
-  // Every chain through the reference unit is composed now, once.
-  int unitCount = unitCountOf(quantity);
-  for (int unit = 0; unit < unitCount; ++unit) {
-    const UnitConverter& onward = tableEntry(quantity, referenceUnit, unit);
-    if (onward.isIdentity()) continue;
-    auto composed = std::make_unique<UnitConverter>(
-        owned->getMultiplier() * onward.getMultiplier(),
-        owned->getOffset() * onward.getMultiplier() + onward.getOffset());
-    composed->setQuantityIdx(quantity);
-    composed->setFromUnit(newUnit);
-    composed->setToUnit(onward.getToUnit());
-    batch.emplace_back(getReverseUnitConverter(composed.get()));
-    batch.push_back(std::move(composed));
-  }
-  batch.push_back(std::move(owned));
-  units->incrementNumUnits(quantity);
-  placeConverters(quantity, batch);
+  raiseUnitCount(quantity,
+                 appendToFirst<long double>(baseQuantity(quantity).toFirst, newUnit, referenceUnit,
+                                            {owned->getMultiplier(), owned->getOffset()}));
 }
 
-void UnitConverterManager::placeConverters(int quantity, ConverterList& converters) {
-  ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
-  std::size_t unitCount = static_cast<std::size_t>(unitCountOf(quantity));
-  // New entries start empty, which is the identity.
-  table.resize(unitCount);
-  for (ConverterList& row : table) row.resize(unitCount);
-  for (auto& converter : converters) {
-    if (!converter || converter->isIdentity()) continue;
-    checkUnitIndexes(static_cast<int>(unitCount), converter->getFromUnit(), converter->getToUnit());
-    table[static_cast<std::size_t>(converter->getFromUnit())]
-         [static_cast<std::size_t>(converter->getToUnit())] = std::move(converter);
+void UnitConverterManager::addBuiltinBaseUnitConverter(int quantity, int newUnit, int referenceUnit,
+                                                       const char* multiplier, const char* offset) {
+  QuantityUnits& units = baseQuantity(quantity);
+  if (static_cast<int>(units.toFirst.size()) != units.builtinCount)
+    throw std::logic_error("built-in units come before user units");
+  std::vector<Affine<Fraction>>& exact = exact_->units[static_cast<std::size_t>(quantity)];
+  int joined = appendToFirst<Fraction>(exact, newUnit, referenceUnit,
+                                       {exactDecimal(multiplier), exactDecimal(offset)});
+  for (std::size_t unit = units.toFirst.size(); unit < exact.size(); ++unit) {
+    units.toFirst.push_back(
+        {nearest<long double>(exact[unit].multiplier), nearest<long double>(exact[unit].offset)});
   }
-}
 
-void UnitConverterManager::sortConversions(int quantity) {
-  ConverterList converters;
-  for (ConverterList& row : tables_.at(static_cast<std::size_t>(quantity))) {
-    for (auto& converter : row) {
-      if (converter) converters.push_back(std::move(converter));
+  // Every pair of built-in units, each entry rounded once from its exact value; the
+  // pairs of the units before are kept.
+  const std::size_t before = static_cast<std::size_t>(units.builtinCount), count = exact.size();
+  std::vector<UnitConverter> pairs;
+  pairs.reserve(count * count);
+  for (std::size_t from = 0; from < count; ++from) {
+    for (std::size_t to = 0; to < count; ++to) {
+      if (from < before && to < before) {
+        pairs.push_back(units.builtinPairs[from * before + to]);
+        continue;
+      }
+      const Affine<Fraction>& a = exact[from];
+      const Affine<Fraction>& b = exact[to];
+      using boost::multiprecision::denominator;
+      using boost::multiprecision::numerator;
+      pairs.emplace_back(nearest<double>(numerator(a.multiplier) * denominator(b.multiplier),
+                                         denominator(a.multiplier) * numerator(b.multiplier)),
+                         a.offset == b.offset
+                             ? 0.0
+                             : nearest<double>(Fraction((a.offset - b.offset) / b.multiplier)));
     }
   }
-  tables_.at(static_cast<std::size_t>(quantity)).clear();
-  placeConverters(quantity, converters);
+  units.builtinPairs = std::move(pairs);
+  units.builtinCount = static_cast<int>(count);
+  raiseUnitCount(quantity, joined);
 }
 
 void UnitConverterManager::removeConversionFunctionsForUnit(int quantity, int unit) {
-  ConverterTable& table = tables_.at(static_cast<std::size_t>(quantity));
-  std::size_t removed = static_cast<std::size_t>(unit);
-  if (removed >= table.size()) throw std::out_of_range("unit index outside the conversion table");
-  // Drop the unit's row and column; later units move down one index.
-  table.erase(table.begin() + unit);
-  for (ConverterList& row : table) {
-    row.erase(row.begin() + unit);
-    for (auto& converter : row) {
-      if (!converter) continue;
-      if (converter->getFromUnit() > unit) converter->setFromUnit(converter->getFromUnit() - 1);
-      if (converter->getToUnit() > unit) converter->setToUnit(converter->getToUnit() - 1);
-    }
-  }
+  QuantityUnits& units = quantities_.at(static_cast<std::size_t>(quantity));
+  checkUnitIndexes(static_cast<int>(units.toFirst.size()), unit, unit);
+  if (unit < units.builtinCount)
+    throw std::invalid_argument("a built-in unit's converters stay in the table");
+  units.toFirst.erase(units.toFirst.begin() + unit);
 }
 
 bool UnitConverterManager::checkForConnectivity(const ConverterList* list, int unit) const {
@@ -165,18 +258,65 @@ bool UnitConverterManager::checkForConnectivity(const ConverterList* list, int u
   return false;
 }
 
+namespace {
+
+// The converter between two compositions of the same dimensions whose repeats are cancelled.
+UnitConverter betweenCancelled(const UnitComposition& from, const UnitComposition& to) {
+  double multiplier = from.getMultiplier() / to.getMultiplier();
+  double offset = 0.0;
+  int count = static_cast<int>(from.getNumerator().size() + from.getDenominator().size());
+  UCMNamespace::iterateBaseForMultOffset(from.getNumerator(), to.getNumerator(), multiplier, offset,
+                                         count, true);
+  UCMNamespace::iterateBaseForMultOffset(from.getDenominator(), to.getDenominator(), multiplier,
+                                         offset, count, false);
+  return UnitConverter(multiplier, offset);
+}
+
+}  // namespace
+
+// The converter between two texts as this thread last resolved it, good while the
+// registries' generation is the one it was resolved at.
+struct detail::RememberedPair {
+  std::uint64_t generation = 0;  // 0: empty
+  std::uint64_t hash = 0;
+  std::string from, to;  // keep their capacity when the entry is reused
+  double multiplier = 1.0, offset = 0.0;
+  bool fromWarns = false, toWarns = false;
+};
+
+namespace {
+
+constexpr std::size_t kRememberedPairs = 64;  // a power of two
+using detail::RememberedPair;
+using RememberedPairs = std::array<RememberedPair, kRememberedPairs>;
+
+// This thread's pairs, made on its first conversion and freed when it ends. The plain
+// pointer is read without the guard that a thread_local object with a constructor needs.
+RememberedPairs& rememberedPairs() {
+  thread_local RememberedPairs* pairs = nullptr;
+  if (pairs == nullptr) {
+    thread_local std::unique_ptr<RememberedPairs> owner = std::make_unique<RememberedPairs>();
+    pairs = owner.get();
+  }
+  return *pairs;
+}
+
+}  // namespace
+
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(int, UnitComposition* from,
                                                               UnitComposition* to) const {
   from->cancelRepeats();
   to->cancelRepeats();
-  double multiplier = from->getMultiplier() / to->getMultiplier();
-  double offset = 0.0;
-  int count = static_cast<int>(from->getNumerator().size() + from->getDenominator().size());
-  UCMNamespace::iterateBaseForMultOffset(from->getNumerator(), to->getNumerator(), multiplier,
-                                         offset, count, true);
-  UCMNamespace::iterateBaseForMultOffset(from->getDenominator(), to->getDenominator(), multiplier,
-                                         offset, count, false);
-  return new UnitConverter(multiplier, offset);
+  return new UnitConverter(betweenCancelled(*from, *to));
+}
+
+UnitConverter UnitConverterManager::getConverter(const UnitComposition& from,
+                                                 const UnitComposition& to) const {
+  if (!from.hasRepeats() && !to.hasRepeats()) return betweenCancelled(from, to);
+  UnitComposition fromCancelled(from), toCancelled(to);
+  fromCancelled.cancelRepeats();
+  toCancelled.cancelRepeats();
+  return betweenCancelled(fromCancelled, toCancelled);
 }
 
 namespace UCMNamespace {
@@ -186,8 +326,7 @@ void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, 
   UnitConverterManager* converters = UnitConverterManager::Instance();
   auto a = from.begin();
   for (auto b = to.begin(); b != to.end() && a != from.end(); ++a, ++b) {
-    // Read in place: a copy per unit pair would cost an allocation on every conversion.
-    const UnitConverter& pair =
+    const UnitConverter pair =
         converters->tableEntry(static_cast<int>(b->getPQIdx()), static_cast<int>(a->getUnitIdx()),
                                static_cast<int>(b->getUnitIdx()));
     bool hasOffset = !utEqualWithinEps(pair.getOffset(), 0.0);
@@ -214,13 +353,13 @@ void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, 
 
 }  // namespace UCMNamespace
 
-UnitConverter* UnitConverterManager::temperatureConverter(
-    const std::string& from, const std::string& to, const UnitComposition* fromComposition,
-    const UnitComposition* toComposition) const {
+UnitConverter UnitConverterManager::temperatureConverter(
+    const std::string& from, const std::string& to, const UnitComposition& fromComposition,
+    const UnitComposition& toComposition) const {
   UnitManager* units = UnitManager::Instance();
   int fromUnit = units->getUnitIndex(kTemperatureIndex, from);
   int toUnit = units->getUnitIndex(kTemperatureIndex, to);
-  for (const UnitComposition* composition : {fromComposition, toComposition}) {
+  for (const UnitComposition* composition : {&fromComposition, &toComposition}) {
     const auto& numerator = composition->getNumerator();
     if (!numerator.empty() && numerator.begin()->getPrefixIdx() != -1) {
       raiseError(errors::OffsetConversionWithPrefixNotAllowed);
@@ -228,16 +367,12 @@ UnitConverter* UnitConverterManager::temperatureConverter(
   }
   // A temperature written as a composition (kelvin*meter/meter) has no table entry of
   // its own; the composition converter applies the same offset and prefix rules.
-  if (fromUnit == -1 || toUnit == -1) {
-    return getQuantityUnitConverter(kTemperatureIndex,
-                                    const_cast<UnitComposition*>(fromComposition),
-                                    const_cast<UnitComposition*>(toComposition));
-  }
-  return getQuantityUnitConverter(kTemperatureIndex, fromUnit, toUnit);
+  if (fromUnit == -1 || toUnit == -1) return getConverter(fromComposition, toComposition);
+  UnitConverter entry = tableEntry(kTemperatureIndex, fromUnit, toUnit);
+  return UnitConverter(entry.getMultiplier(), entry.getOffset());
 }
 
-UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& from,
-                                                              const std::string& to) const {
+UnitConverter UnitConverterManager::resolve(const std::string& from, const std::string& to) const {
   UnitManager* units = UnitManager::Instance();
   UnitComposition* fromComposition = units->verifyUnitCompositionString(from);
   UnitComposition* toComposition = units->verifyUnitCompositionString(to);
@@ -254,15 +389,53 @@ UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string&
     raiseError(errors::ConversionDifferentQuants);
   }
   if (fromQuantity == kTemperatureIndex)
-    return temperatureConverter(from, to, fromComposition, toComposition);
-  return getQuantityUnitConverter(fromQuantity, fromComposition, toComposition);
+    return temperatureConverter(from, to, *fromComposition, *toComposition);
+  return getConverter(*fromComposition, *toComposition);
+}
+
+UnitConverter UnitConverterManager::getConverter(const std::string& from,
+                                                 const std::string& to) const {
+  const std::uint64_t hash =
+      CompositionCache::hashOf(from) ^ (CompositionCache::hashOf(to) * 0x9e3779b97f4a7c15ULL);
+  RememberedPair& pair = rememberedPairs()[hash & (kRememberedPairs - 1)];
+  if (pair.generation == RegistryLock::generation() && pair.hash == hash && pair.from == from &&
+      pair.to == to) {
+    // A deprecated unit's name warns on every use, as its verification does.
+    if (pair.fromWarns) warnOfDeprecatedUnit(from);
+    if (pair.toWarns) warnOfDeprecatedUnit(to);
+    return UnitConverter(pair.multiplier, pair.offset);
+  }
+  return resolveAndRemember(pair, hash, from, to);
+}
+
+UnitConverter UnitConverterManager::resolveAndRemember(RememberedPair& pair, std::uint64_t hash,
+                                                       const std::string& from,
+                                                       const std::string& to) const {
+  // Read first: a change made while the pair is resolved leaves it stale.
+  const std::uint64_t generation = RegistryLock::generation();
+  UnitConverter converter = resolve(from, to);
+  UnitManager* units = UnitManager::Instance();
+  pair.generation = generation;
+  pair.hash = hash;
+  pair.from = from;
+  pair.to = to;
+  pair.multiplier = converter.getMultiplier();
+  pair.offset = converter.getOffset();
+  pair.fromWarns = units->warnsOnUse(from);
+  pair.toWarns = units->warnsOnUse(to);
+  return converter;
+}
+
+UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& from,
+                                                              const std::string& to) const {
+  return new UnitConverter(getConverter(from, to));
 }
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& composition,
                                                               const UnitSystemApi* system) const {
   UnitComposition* source = UnitManager::Instance()->verifyUnitCompositionString(composition);
   UnitComposition inSystem(source->getCombinedUnitsQuantityType(), system);
-  return getQuantityUnitConverter(0, source, &inSystem);
+  return new UnitConverter(getConverter(*source, inSystem));
 }
 
 UnitConverterApi* UnitConverterManager::getQuantityUnitConverterApi(int quantity, int fromUnit,

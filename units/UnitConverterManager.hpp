@@ -1,16 +1,20 @@
 #pragma once
 
 // File: UnitConverterManager.hpp
-// The process-wide conversion calculator. For each base quantity (0 to 6) it keeps
-// an n-by-n table of converters between every ordered pair of that quantity's n
-// units, filled by the unit registry as base units are registered: every chain is
-// composed once, at registration, so look-ups are table reads.
+// The process-wide conversion calculator. For each base quantity (0 to 6) it answers
+// as an n-by-n table of converters between every ordered pair of that quantity's n
+// units, filled by the unit registry as base units are registered. It keeps one
+// converter per unit, into the quantity's first unit, and composes an entry when it
+// is read, so a unit costs O(1) time and memory to add and O(n) to remove. Entries
+// between two built-in units are chained exactly from the library's decimal factors
+// and rounded once: mile to meter is 1609.344, not 1609.3439999999998.
 //
 // Example:
 //   UnitConverterManager* converters = UnitConverterManager::Instance();
 //   std::unique_ptr<UnitConverter> c(converters->getQuantityUnitConverter("mile", "meter"));
 //   c->doConversion(1.0);   // 1609.344
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -24,17 +28,26 @@ namespace TwUnits {
 class UnitBase;
 class UnitComposition;
 
+namespace detail {
+
+// value in another unit = multiplier * value + offset.
+template <typename T>
+struct Affine {
+  T multiplier;
+  T offset;
+};
+
+struct RememberedPair;  // a converter between two texts that a thread remembers
+
+}  // namespace detail
+
 class UnitConverterManager : public UnitConverterManagerApi {
  public:
   static inline constexpr int kTemperatureIndex = 4;
   static inline constexpr int kLastBaseQuantity = 6;
 
-  // Converters in no particular order (as a new unit's batch is built).
+  // Converters in no particular order.
   using ConverterList = std::vector<std::unique_ptr<UnitConverter>>;
-  // A quantity's n-by-n table, one row per source unit: rows[from][to] converts from
-  // unit `from` into unit `to`. Null entries stand for the shared identity converter
-  // (the diagonal). Rows let a new unit join in O(n).
-  using ConverterTable = std::vector<ConverterList>;
 
   // The singleton, created on the first call.
   static UnitConverterManager* Instance();
@@ -48,6 +61,20 @@ class UnitConverterManager : public UnitConverterManagerApi {
   UnitConverterApi* createUnitConverterApi(double multiplier, double offset) const override;
   UnitConverterApi* getReverseUnitConverterApi(UnitConverterApi* converter) const override;
   ~UnitConverterManager() override;
+
+  // Returns the converter between two composition strings by value, as
+  // getQuantityUnitConverterApi does: no heap allocation once this thread has converted
+  // between the same two texts and no registry has changed since. Issues
+  // "Unit:Deprecation" for a deprecated unit's name on every call. Raises the parser's
+  // errors, "Unit:ConversionDifferentQuants", "Unit:ConversionMixedOffset" or
+  // "Unit:OffsetConversionWithPrefixNotAllowed". For many values, take the converter
+  // once and apply doConversion to each.
+  UnitConverter getConverter(const std::string& from, const std::string& to) const;
+  // Returns the converter between two resolved compositions of the same dimensions (as
+  // verifyUnitCompositionString gives them, or copies) by value, without changing them
+  // and, for compositions with no quantity on both sides, without heap allocation.
+  // Raises "Unit:ConversionMixedOffset" or "Unit:OffsetConversionWithPrefixNotAllowed".
+  UnitConverter getConverter(const UnitComposition& from, const UnitComposition& to) const;
 
   // The same operations with their concrete results; each returns a new converter
   // that the caller owns.
@@ -63,32 +90,61 @@ class UnitConverterManager : public UnitConverterManagerApi {
 
   // Attaches a new unit of base quantity q: `converter` turns values in the new unit
   // into the reference unit, and the calculator takes it over. Raises the unit
-  // registry's count of q (twice for the first pair of units).
+  // registry's count of q (twice for the first pair of units). The new unit's index is
+  // the quantity's unit count; raises std::out_of_range for another.
   void addBaseUnitConverter(int quantity, int newUnit, int referenceUnit, UnitConverter* converter);
+  // The same for a built-in unit, whose converter into the reference unit is written
+  // in decimal ("0.0254", "-273.15"): entries between built-in units are exact
+  // products of these factors, rounded once.
+  void addBuiltinBaseUnitConverter(int quantity, int newUnit, int referenceUnit,
+                                   const char* multiplier, const char* offset);
   // Drops the unit's row and column; later units move down one index. The unit
-  // registry calls it after lowering its count of q.
+  // registry calls it after lowering its count of q. Raises std::out_of_range outside
+  // the table and std::invalid_argument for a built-in unit.
   void removeConversionFunctionsForUnit(int quantity, int unit);
-  // Lays the quantity's converters out as an n-by-n table, n the registry's count.
-  void sortConversions(int quantity);
   // True when a converter of the list (not the identity) converts into the unit.
   bool checkForConnectivity(const ConverterList* list, int unit) const;
   // Number of entries in the quantity's table.
   std::size_t getTableSize(int quantity) const;
-  // The table's converter between two units of a base quantity, the shared identity on
-  // the diagonal; the calculator keeps it. Raises std::out_of_range outside the table.
-  const UnitConverter& tableEntry(int quantity, int fromUnit, int toUnit) const;
+  // The table's converter between two units of a base quantity, with its quantity and
+  // unit indexes; a copy of the identity on the diagonal. Raises std::out_of_range
+  // outside the table.
+  UnitConverter tableEntry(int quantity, int fromUnit, int toUnit) const;
 
  private:
+  template <typename T>
+  using Affine = detail::Affine<T>;
+
+  struct QuantityUnits {
+    // Each unit's converter into the quantity's first unit, by unit index, carried with
+    // more precision than a double so that an entry composed from two of them is
+    // rounded to a double once.
+    std::vector<Affine<long double>> toFirst;
+    // Between the built-in units, which come first and never move: builtinCount
+    // squared entries, row by source unit.
+    std::vector<UnitConverter> builtinPairs;
+    int builtinCount = 0;
+  };
+  struct ExactFactors;  // the built-in units' converters as exact fractions
+
   UnitConverterManager();
 
-  UnitConverter* temperatureConverter(const std::string& from, const std::string& to,
-                                      const UnitComposition* fromComposition,
-                                      const UnitComposition* toComposition) const;
+  QuantityUnits& baseQuantity(int quantity);
+  void raiseUnitCount(int quantity, int joined) const;
+  using RememberedPair = detail::RememberedPair;
 
-  // Places each converter of the list at its (from, to) entry of the quantity's table.
-  void placeConverters(int quantity, ConverterList& converters);
+  // The converter between two texts, resolved afresh.
+  UnitConverter resolve(const std::string& from, const std::string& to) const;
+  // Resolves the converter and remembers it in the pair, for this thread.
+  [[gnu::noinline]] UnitConverter resolveAndRemember(RememberedPair& pair, std::uint64_t hash,
+                                                     const std::string& from,
+                                                     const std::string& to) const;
+  UnitConverter temperatureConverter(const std::string& from, const std::string& to,
+                                     const UnitComposition& fromComposition,
+                                     const UnitComposition& toComposition) const;
 
-  std::vector<ConverterTable> tables_;
+  std::vector<QuantityUnits> quantities_;
+  std::unique_ptr<ExactFactors> exact_;
   std::unique_ptr<UnitConverter> identity_;
 };
 

@@ -14,6 +14,7 @@
 #include "units/DimensionalAnalysisManager.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitBase.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
@@ -78,6 +79,7 @@ void UnitManager::appendQuantityLists() {
   unitCounts_.push_back(0);
   compositions_.emplace_back();
   definitions_.emplace_back();
+  serials_.emplace_back();
 }
 
 void UnitManager::setupBuiltinUnits() {
@@ -85,16 +87,15 @@ void UnitManager::setupBuiltinUnits() {
   while (getNumQuantityLists() < quantities_->getNumQuantities()) appendQuantityLists();
   setupBuiltinBaseUnits();
   setupBuiltinDerivedUnits();
-  for (int q = 0; q < PhysicalQuantityManager::kBuiltinQuantityCount; ++q) {
+  for (int q = 0; q < PhysicalQuantityManager::kBuiltinQuantityCount; ++q)
     builtinCounts_.push_back(static_cast<int>(at(unitCounts_, q)));
-    for (const std::string& name : at(unitNames_, q)) quantityOfUnit_.emplace(name, q);
-  }
 }
 
 void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisible) {
   int index = static_cast<int>(at(unitNames_, quantity).size());
   at(unitNames_, quantity).push_back(name);
-  addresses_[name] = {quantity, index};
+  places_[name] = {quantity, nextSerial_};
+  at(serials_, quantity).push_back(nextSerial_++);
   at(definitions_, quantity)
       .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
   // "dimensionless" is the empty composition; every other base unit is itself.
@@ -104,7 +105,7 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
         UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
   }
   cache_.assign(name, std::make_unique<UnitComposition>(composition));
-  cache_.setUnit(name, at(definitions_, quantity).back().get());
+  cache_.setUnit(name, at(definitions_, quantity).back().get(), false);
   at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(composition));
 }
 
@@ -128,25 +129,26 @@ void UnitManager::setupBuiltinBaseUnits() {
   };
   struct BaseConverter {
     int quantity, unit, reference;
-    double multiplier, offset;
+    const char* multiplier;  // exact decimals: pairs of built-in units are rounded once
+    const char* offset;
   };
   // value in the reference unit = multiplier * value in the unit + offset
   static const BaseConverter kConverters[] = {
-      {0, 1, 0, 1.0, 0.0},         {0, 2, 1, 6.02214199e+23, 0.0},
-      {1, 1, 0, 28.34952312, 0.0}, {1, 2, 1, 16.0, 0.0},
-      {1, 3, 2, 2000.0, 0.0},      {2, 1, 0, 0.0254, 0.0},
-      {2, 2, 1, 12.0, 0.0},        {2, 3, 1, 36.0, 0.0},
-      {2, 4, 2, 5280.0, 0.0},      {2, 5, 0, 1.0, 0.0},
-      {3, 1, 0, 60.0, 0.0},        {3, 2, 0, 3600.0, 0.0},
-      {3, 3, 0, 86400.0, 0.0},     {3, 4, 3, 365.25, 0.0},
-      {4, 1, 0, 1.8, 32.0},        {4, 2, 1, 1.0, -273.15},
-      {4, 3, 1, 1.0, 0.0},         {5, 0, 1, 0.1, 0.0},
-      {6, 1, 0, 1.01937, 0.0},
+      {0, 1, 0, "1", "0"},           {0, 2, 1, "6.02214199e+23", "0"},
+      {1, 1, 0, "28.34952312", "0"}, {1, 2, 1, "16", "0"},
+      {1, 3, 2, "2000", "0"},        {2, 1, 0, "0.0254", "0"},
+      {2, 2, 1, "12", "0"},          {2, 3, 1, "36", "0"},
+      {2, 4, 2, "5280", "0"},        {2, 5, 0, "1", "0"},
+      {3, 1, 0, "60", "0"},          {3, 2, 0, "3600", "0"},
+      {3, 3, 0, "86400", "0"},       {3, 4, 3, "365.25", "0"},
+      {4, 1, 0, "1.8", "32"},        {4, 2, 1, "1", "-273.15"},
+      {4, 3, 1, "1", "0"},           {5, 0, 1, "0.1", "0"},
+      {6, 1, 0, "1.01937", "0"},
   };
   for (const BaseUnit& unit : kBaseUnits) addBaseUnit(unit.quantity, unit.name, unit.visible);
   for (const BaseConverter& c : kConverters) {
-    converters_->addBaseUnitConverter(c.quantity, c.unit, c.reference,
-                                      new UnitConverter(c.multiplier, c.offset));
+    converters_->addBuiltinBaseUnitConverter(c.quantity, c.unit, c.reference, c.multiplier,
+                                             c.offset);
   }
   incrementNumUnits(kDimensionlessIndex);
 
@@ -249,22 +251,25 @@ bool UnitManager::isUnitRegistered(int quantity, const std::string& name) const 
 }
 
 bool UnitManager::isUnitRegistered(const std::string& name) const {
-  return addresses_.count(name) > 0;
+  return places_.count(name) > 0;
 }
 
 int UnitManager::getUnitIndex(int quantity, const std::string& name) const {
-  auto found = addresses_.find(name);
-  return found != addresses_.end() && found->second.first == quantity ? found->second.second : -1;
+  UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
+  return address.first == quantity ? address.second : -1;
 }
 
 UnitManager::UnitAddress UnitManager::getUnitIndexAndPhysQuantIndex(const std::string& name) const {
-  auto found = addresses_.find(name);
-  return found == addresses_.end() ? kNoUnit : found->second;
+  auto found = places_.find(name);
+  if (found == places_.end()) return kNoUnit;
+  const auto& serials = at(serials_, found->second.quantity);
+  auto position = std::lower_bound(serials.begin(), serials.end(), found->second.serial);
+  return {found->second.quantity, static_cast<int>(position - serials.begin())};
 }
 
 int UnitManager::getUnitPhysicalQuantityType(const std::string& name) const {
-  auto found = quantityOfUnit_.find(name);
-  return found == quantityOfUnit_.end() ? -1 : found->second;
+  auto found = places_.find(name);
+  return found == places_.end() ? -1 : found->second.quantity;
 }
 
 UnitRepresentation* UnitManager::getUnitRepresentation(int quantity, int index) const {
@@ -350,9 +355,32 @@ void UnitManager::createUnitStringFromUnitBase(const UnitBase& unit, std::string
   name = prefix == -1 ? unitPart : prefixes_->getUnitPrefixAsString(prefix) + unitPart;
 }
 
+bool UnitManager::isUserUnit(const std::string& name) const {
+  UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
+  // Every unit registered during set-up is built-in; builtinCounts_ fills at its end.
+  return address != kNoUnit && !builtinCounts_.empty() &&
+         !isUnitBuiltin(address.first, address.second);
+}
+
 UnitManager::UnitAddress UnitManager::getUnitIfUsedInComposition(int quantity, int index) const {
   const std::string name = unitName(quantity, index);
   const QuantityStringParser* parser = QuantityStringParser::Instance();
+  if (!isUnitBuiltin(quantity, index)) {
+    // No composition holds a user unit, and the definitions that named it when they
+    // were registered are indexed; whether they still do is asked again, since a new
+    // prefix can change how a name splits.
+    UnitAddress first = kNoUnit;
+    auto namers = namers_.find(name);
+    if (namers == namers_.end()) return first;
+    for (const std::string& user : namers->second.definitions) {
+      UnitAddress address = getUnitIndexAndPhysQuantIndex(user);
+      if (address == kNoUnit) continue;  // named it under a split that a prefix since changed
+      if ((first == kNoUnit || address < first) &&
+          parser->doesStringContainUnit(getUnitRepresentation(user)->getCompositionString(), name))
+        first = address;
+    }
+    return first;
+  }
   for (int q = 0; q < getNumQuantityLists(); ++q) {
     for (int u = 0; u < static_cast<int>(at(definitions_, q).size()); ++u) {
       if (getUnitComposition(q, u)->containsUnit(quantity, index) ||
@@ -381,14 +409,17 @@ const UnitComposition* UnitManager::getCachedComposition(const std::string& text
 }
 
 UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
-  auto [composition, unit] = cache_.lookup(text);
+  CompositionCache::Found found = cache_.lookup(text);
+  UnitComposition* composition = found.composition;
   if (composition == nullptr) {
+    std::vector<std::string> named;
     std::unique_ptr<UnitComposition> parsed(
-        QuantityStringParser::Instance()->createUnitCompFromString(text));
+        QuantityStringParser::Instance()->createUnitCompFromString(text, &named));
     composition = cache_.insert(text, std::move(parsed));
+    if (!named.empty()) noteTextNames(text, named);
   }
   // A registered unit's name has an entry that knows the unit.
-  if (unit != nullptr && !unit->getLibraryVisible()) issueWarning(errors::Deprecation, text);
+  if (found.unit != nullptr && !found.unit->getLibraryVisible()) warnOfDeprecatedUnit(text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
   quantities_->registerAnonymousPQ(composition);
   composition->markQuantityStale();
@@ -438,9 +469,13 @@ int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definiti
   if (checkForPrefixInRegisteringUnitName(name, definition) == NOTHING_TO_REGISTER)
     return NOTHING_TO_REGISTER;
 
+  // A cached text's composition is the parse's result; a text that is not cached is
+  // parsed without caching it, so that a refused registration leaves no trace.
   const QuantityStringParser* parser = QuantityStringParser::Instance();
+  const UnitComposition* cached = cache_.find(definition->getCompositionString());
   std::unique_ptr<UnitComposition> composition(
-      parser->createUnitCompFromString(definition->getCompositionString()));
+      cached != nullptr ? new UnitComposition(*cached)
+                        : parser->createUnitCompFromString(definition->getCompositionString()));
   composition->setMultiplier(composition->getMultiplier() * definition->getMultiplier());
   int quantity = composition->getCombinedUnitsQuantityType();
   if (parser->doesStringContainUnit(definition->getCompositionString(), name)) {
@@ -501,6 +536,7 @@ UnitComposition scaled(const UnitComposition& composition, double multiplier) {
 
 void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   auto* definition = dynamic_cast<UnitRepresentation*>(definitionApi);
   if (definition == nullptr)
     throw std::invalid_argument("registerUnit needs a TwUnits::UnitRepresentation");
@@ -513,9 +549,12 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   // follows it.
   UnitComposition* composition = verifyUnitCompositionString(compositionText);
   if (code == NOTHING_TO_REGISTER) {
-    // The name resolves through the cache from now on: a prefix on a registered unit.
-    if (!cache_.contains(name))
+    // The name resolves through the cache from now on: a prefixed name such as
+    // "kilofurlong" is a text that names its unit.
+    if (!cache_.contains(name)) {
       cache_.insert(name, std::make_unique<UnitComposition>(scaled(*composition, multiplier)));
+      noteTextNames(name, userUnitsNamedBy(name));
+    }
     announcement.finish();
     return;
   }
@@ -530,8 +569,8 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   if (quantity <= kLastBaseQuantity) {
     UnitComposition expansion(*composition);
     bool reduced = expansion.getNumerator().size() + expansion.getDenominator().size() >= 2;
-    if (reduced) expansion.cancelRepeats();
     if (reduced) {
+      expansion.cancelRepeats();
       expansionText = expansion.getCompositionString();
       verifyUnitCompositionString(expansionText);
     }
@@ -557,9 +596,10 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   while (getNumQuantityLists() <= quantity) appendQuantityLists();
   const int index = static_cast<int>(getNumUnits(quantity));
   at(unitNames_, quantity).push_back(name);
-  addresses_[name] = {quantity, index};
+  places_[name] = {quantity, nextSerial_};
+  at(serials_, quantity).push_back(nextSerial_++);
   at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
-  cache_.setUnit(name, definition);
+  cache_.setUnit(name, definition, isUserUnit(name));
   if (quantity <= kLastBaseQuantity) {
     const UnitBase& reference = *composition->getNumerator().begin();
     double toReference = definition->getMultiplier();
@@ -571,7 +611,11 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
     incrementNumUnits(quantity);
   }
   at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(*composition));
-  quantityOfUnit_.emplace(name, quantity);
+  // Only a composition string that names a user unit has a marked entry.
+  if (cache_.lookup(compositionText).marked) {
+    for (const std::string& named : userUnitsNamedBy(definition->getCompositionString()))
+      namers_[named].definitions.push_back(name);
+  }
   attachChangeVeto(definition);
   announcement.tell(data_->registered, definition);
   announcement.finish();
@@ -606,6 +650,7 @@ UnitManager::UnitAddress UnitManager::requireRemovable(const std::string& name) 
 
 void UnitManager::unregisterUnit(const std::string& name) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   const UnitAddress address = requireRemovable(name);
   const int quantity = address.first;
   const int index = address.second;
@@ -615,41 +660,54 @@ void UnitManager::unregisterUnit(const std::string& name) {
   announcement.commit();
   if (data_->removalHook) announcement.call([&] { data_->removalHook(definition); });
 
+  forgetNames(name, definition->getCompositionString());
   auto& names = at(unitNames_, quantity);
   names.erase(names.begin() + index);
   auto& compositions = at(compositions_, quantity);
   compositions.erase(compositions.begin() + index);
   cache_.erase(name);
-  // A cached text that names the unit ("kilofurlong", "furlong/hour") was resolved with
-  // this definition; kept, it would outlive the unit and survive its redefinition.
-  const QuantityStringParser* parser = QuantityStringParser::Instance();
-  cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
-    return composition.containsUnit(quantity, index) ||
-           (addresses_.count(text) == 0 && parser->doesStringContainUnit(text, name));
-  });
   --at(unitCounts_, quantity);
-  quantityOfUnit_.erase(name);
-  addresses_.erase(name);
+  places_.erase(name);
+  auto& serials = at(serials_, quantity);
+  serials.erase(serials.begin() + index);
   auto& definitions = at(definitions_, quantity);
   definitions.erase(definitions.begin() + index);
-  shiftUnitIndexes(quantity, index);
   if (quantity <= kLastBaseQuantity) converters_->removeConversionFunctionsForUnit(quantity, index);
   announcement.finish();
 }
 
-// Later units of the quantity moved down one index: every reference follows them,
-// so compositions still name the same units.
-void UnitManager::shiftUnitIndexes(int quantity, int removedUnit) {
-  const auto& names = at(unitNames_, quantity);
-  for (int u = removedUnit; u < static_cast<int>(names.size()); ++u)
-    addresses_[at(names, u)] = {quantity, u};
-  if (quantity > kLastBaseQuantity) return;  // compositions hold base-quantity units only
-  for (auto& list : compositions_) {
-    for (auto& composition : list) composition->shiftUnitIndexesAfterRemoval(quantity, removedUnit);
+std::vector<std::string> UnitManager::userUnitsNamedBy(const std::string& text) const {
+  std::vector<std::string> named;
+  for (std::string& unit : QuantityStringParser::Instance()->getUnitNamesInString(text)) {
+    if (isUserUnit(unit) && std::find(named.begin(), named.end(), unit) == named.end())
+      named.push_back(std::move(unit));
   }
-  cache_.forEach([quantity, removedUnit](UnitComposition& composition) {
-    composition.shiftUnitIndexesAfterRemoval(quantity, removedUnit);
-  });
+  return named;
+}
+
+void UnitManager::noteTextNames(const std::string& text,
+                                const std::vector<std::string>& userUnits) {
+  if (userUnits.empty()) return;
+  cache_.mark(text);
+  for (const std::string& unit : userUnits) {
+    std::vector<std::string>& texts = namers_[unit].texts;
+    if (texts.empty() || texts.back() != text) texts.push_back(text);
+  }
+}
+
+void UnitManager::forgetNames(const std::string& name, const std::string& compositionText) {
+  // A cached text that names the unit ("kilofurlong", "furlong/hour") was resolved with
+  // this definition; kept, it would outlive the unit and survive its redefinition.
+  if (auto namers = namers_.find(name); namers != namers_.end()) {
+    for (const std::string& text : namers->second.texts) {
+      if (!isUnitRegistered(text)) cache_.erase(text);
+    }
+    namers_.erase(namers);
+  }
+  for (const std::string& named : userUnitsNamedBy(compositionText)) {
+    std::vector<std::string>& users = namers_[named].definitions;
+    users.erase(std::remove(users.begin(), users.end(), name), users.end());
+  }
 }
 
 void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
@@ -661,8 +719,7 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   const QuantityStringParser* parser = QuantityStringParser::Instance();
   cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
     return composition.containsPrefix(prefixIndex) ||
-           (addresses_.count(text) == 0 &&
-            parser->doesStringContainPrefix(text, prefix->getName()));
+           (places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName()));
   });
   // Later prefixes are about to move down one index; compositions follow them.
   auto shifted = [prefixIndex](UnitComposition& composition) {
@@ -679,7 +736,7 @@ void UnitManager::notifyPrefixAdded(const UnitPrefixApi* prefix) {
   // one's name ("my" before "myria") reads "myriameter" anew, as "my" and "riameter".
   const QuantityStringParser* parser = QuantityStringParser::Instance();
   cache_.eraseIf([&](const std::string& text, const UnitComposition&) {
-    return addresses_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName());
+    return places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName());
   });
 }
 
@@ -720,12 +777,10 @@ void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*,
   unitCounts_.erase(unitCounts_.begin() + quantity);
   compositions_.erase(compositions_.begin() + quantity);
   definitions_.erase(definitions_.begin() + quantity);
+  serials_.erase(serials_.begin() + quantity);
   // Later quantities move down one index.
-  for (auto& [name, q] : quantityOfUnit_) {
-    if (q > quantity) --q;
-  }
-  for (auto& [name, address] : addresses_) {
-    if (address.first > quantity) --address.first;
+  for (auto& [name, place] : places_) {
+    if (place.quantity > quantity) --place.quantity;
   }
   markCompositionsStale();
 }
@@ -753,8 +808,7 @@ void UnitManager::addUnitUnregisteredListener(const Listener& listener) {
 // ---------------------------------------------------------------- conversion
 
 double UnitManager::convert(double value, const std::string& from, const std::string& to) const {
-  std::unique_ptr<UnitConverter> converter(converters_->getQuantityUnitConverter(from, to));
-  return converter->doConversion(value);
+  return converters_->getConverter(from, to).doConversion(value);
 }
 
 UnitComposition* UnitManager::createUnitCompApiForUnitSystem(

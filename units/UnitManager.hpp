@@ -10,6 +10,10 @@
 //
 // A unit is addressed by (quantity index, unit index); unit indexes count from 0 in
 // order of registration within a quantity and move down when a unit is removed.
+// Compositions, cached or stored, hold built-in units only: a user unit's name resolves
+// to its expansion. So removing a user unit re-indexes no composition, and the registry
+// finds what names a user unit through an index instead of a scan: registering, and
+// removing, a unit costs O(1) but for the removal's shift of the later indexes, O(n).
 //
 // Listeners follow the rules of Announcement.hpp: an addition is announced once it is
 // complete, a removal before anything is removed; a listener cannot refuse either (its
@@ -142,6 +146,14 @@ class UnitManager {
   virtual void validateTimeUnits(const std::string& text);
   // The cache's composition for the text, or null; the parser resolves names here.
   const UnitComposition* getCachedComposition(const std::string& text) const;
+  // Whether the text is the name of a deprecated unit, which warns on every use.
+  bool warnsOnUse(const std::string& text) const {
+    const UnitRepresentationApi* unit = cache_.lookup(text).unit;
+    return unit != nullptr && !unit->getLibraryVisible();
+  }
+  // The cache's entry for the text; its mark says that the text is a user unit's name
+  // or names one.
+  CompositionCache::Found findCached(const std::string& text) const { return cache_.lookup(text); }
 
   // ---- Changes.
   // Registers, redefines or ignores the definition. Every check runs before anything
@@ -180,7 +192,10 @@ class UnitManager {
   void notifyPrefixBeingRemoved(const UnitPrefixApi* prefix);
   // Forgets the cached texts whose names the new prefix now begins.
   void notifyPrefixAdded(const UnitPrefixApi* prefix);
-  // The value in `from` converted to `to`, prefixes and multipliers applied.
+  // Returns the value in `from` converted to `to`, prefixes and multipliers applied,
+  // with no heap allocation once this thread has converted between the same two texts
+  // and no registry has changed since. Raises as
+  // UnitConverterManager::getConverter(from, to) does.
   double convert(double value, const std::string& from, const std::string& to) const;
   // Returns a new composition of the same quantity in the system's units (the caller
   // owns it), and sets multiplierAndOffset to the conversion from the text into it.
@@ -202,9 +217,15 @@ class UnitManager {
   void attachChangeVeto(UnitRepresentation* definition);
   void appendQuantityLists();
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
-  void shiftUnitIndexes(int quantity, int removedUnit);
   void markCompositionsStale();
   std::string unitName(int quantity, int index) const;
+  bool isUserUnit(const std::string& name) const;
+  // The user units whose names the text writes, prefixes stripped.
+  std::vector<std::string> userUnitsNamedBy(const std::string& text) const;
+  // Records that the text, cached, names these user units.
+  void noteTextNames(const std::string& text, const std::vector<std::string>& userUnits);
+  // Removes the unit's entries from the index of what names what.
+  void forgetNames(const std::string& name, const std::string& compositionText);
 
   std::unique_ptr<UnitManagerData> data_;
   UnitSystemManager* unitSystems_ = nullptr;
@@ -218,6 +239,9 @@ class UnitManager {
   std::vector<unsigned> unitCounts_;
   std::vector<std::vector<std::unique_ptr<UnitComposition>>> compositions_;
   std::vector<std::vector<std::unique_ptr<UnitRepresentation>>> definitions_;
+  // Each unit's serial number, increasing in index order: a unit's index is its
+  // serial's position, so a removal renumbers the later units without visiting them.
+  std::vector<std::vector<std::uint64_t>> serials_;
   // Per built-in quantity: units below this index are built-in.
   std::vector<int> builtinCounts_;
 
@@ -228,14 +252,23 @@ class UnitManager {
       return static_cast<std::size_t>(CompositionCache::hashOf(name));
     }
   };
-  std::unordered_map<std::string, int, NameHash> quantityOfUnit_;
+  struct Place {
+    int quantity;
+    std::uint64_t serial;
+  };
   // Where each registered name lives; names are unique across quantities.
-  std::unordered_map<std::string, UnitAddress, NameHash> addresses_;
+  std::unordered_map<std::string, Place, NameHash> places_;
+  std::uint64_t nextSerial_ = 0;
+  // Per user unit, the user definitions whose composition strings name it and the
+  // cached texts that do ("kilofurlong", "furlong/hour"); texts that left the cache
+  // since may remain.
+  struct Namers {
+    std::vector<std::string> definitions;
+    std::vector<std::string> texts;
+  };
+  std::unordered_map<std::string, Namers, NameHash> namers_;
   // The cache owns these compositions: one per unit name and per verified text.
   CompositionCache cache_;
-  // The registered definitions that are not library visible, whose names warn on
-  // every use, in order of registration; and a bit per length of their names (the
-  // last bit for every longer one), so that most texts need no comparison at all.
 };
 
 }  // namespace TwUnits

@@ -9,6 +9,7 @@
 #include "host/StringVector.hpp"
 #include "units/Announcement.hpp"
 #include "units/PhysicalQuantityManager.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
@@ -113,6 +114,7 @@ bool UnitPrefixManager::verifyUnitPrefix(const UnitPrefix* prefix) const {
 
 void UnitPrefixManager::registerPrefix(UnitPrefixApi* prefixApi) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   auto* prefix = dynamic_cast<UnitPrefix*>(prefixApi);
   if (prefix == nullptr) throw std::invalid_argument("registerPrefix needs a TwUnits::UnitPrefix");
   if (verifyUnitPrefix(prefix)) return;  // the same prefix is registered; the caller keeps this one
@@ -139,6 +141,7 @@ void UnitPrefixManager::prefixChangedEvent(const UnitPrefixApi* prefix,
 
 void UnitPrefixManager::unregisterPrefix(const std::string& name) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   int index = getPrefixIndex(name);
   if (index == -1) raiseError(errors::PrefixNotFound, name);
   if (index < builtinCount_) raiseError(errors::PrefixCannotUnregisterBuiltin);
@@ -209,7 +212,10 @@ StringVector* UnitPrefixManager::getPrefixUnitStrings() const {
 // beginning of another prefix's name sorts first and wins. It stops at the first
 // match, since names carry at most one prefix.
 const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) const {
+  if (text.empty()) return nullptr;
   for (const auto& [name, prefix] : byName_) {
+    // Names are in byte order: past the text's first byte, no name can begin it.
+    if (static_cast<unsigned char>(name[0]) > static_cast<unsigned char>(text[0])) break;
     if (beginsWith(text, name)) return prefix;
   }
   return nullptr;

@@ -79,28 +79,6 @@ const UDClass* classArgument(const HostArray& value, const char* function) {
                         utFormat("%s takes an object or a class name.", function));
 }
 
-// Members of the class and its superclasses, those that a subclass hides left out.
-std::vector<std::string> methodNames(const UDClass* cls) {
-  std::vector<std::string> names;
-  for (const UDClass* c = cls; c != nullptr; c = c->getSuperClass()) {
-    for (const UDMethodInfo* method : c->getMethods()) {
-      if (cls->findMethod(method->getName()) == method) names.emplace_back(method->getName());
-    }
-  }
-  return names;
-}
-
-std::vector<std::string> propertyNames(const UDClass* cls) {
-  std::vector<std::string> names;
-  for (const UDClass* c = cls; c != nullptr; c = c->getSuperClass()) {
-    for (const UDPropInfo* property : c->getProperties()) {
-      if (property->getVisible() && cls->findProperty(property->getName()) == property)
-        names.emplace_back(property->getName());
-    }
-  }
-  return names;
-}
-
 HostArray* cellOfTexts(const std::vector<std::string>& texts) {
   HostArrayPtr cell(HostArray::createCellMatrix(1, texts.size()));
   for (std::size_t i = 0; i < texts.size(); ++i)
@@ -159,6 +137,33 @@ const Builtins::Entry* Builtins::find(const std::string& name) {
 }
 
 bool Builtins::has(const std::string& name) { return find(name) != nullptr; }
+
+std::vector<std::string> Builtins::names() {
+  std::vector<std::string> names;
+  for (const Entry& entry : entries()) names.emplace_back(entry.name);
+  return names;
+}
+
+std::vector<std::string> Builtins::methodNames(const UDClass* cls) {
+  std::vector<std::string> names;
+  for (const UDClass* c = cls; c != nullptr; c = c->getSuperClass()) {
+    for (const UDMethodInfo* method : c->getMethods()) {
+      if (cls->findMethod(method->getName()) == method) names.emplace_back(method->getName());
+    }
+  }
+  return names;
+}
+
+std::vector<std::string> Builtins::propertyNames(const UDClass* cls) {
+  std::vector<std::string> names;
+  for (const UDClass* c = cls; c != nullptr; c = c->getSuperClass()) {
+    for (const UDPropInfo* property : c->getProperties()) {
+      if (property->getVisible() && cls->findProperty(property->getName()) == property)
+        names.emplace_back(property->getName());
+    }
+  }
+  return names;
+}
 
 std::vector<HostArrayPtr> Builtins::call(const std::string& name, int nargout,
                                          std::vector<HostArrayPtr> args,

@@ -16,6 +16,7 @@
 
 #include "host/HostArray.hpp"
 
+class UDClass;
 class Workspace;
 
 class Builtins {
@@ -25,6 +26,12 @@ class Builtins {
   Builtins& operator=(const Builtins&) = delete;
 
   static bool has(const std::string& name);
+  // Every function's name, the constants' included.
+  static std::vector<std::string> names();
+  // What methods(obj) and properties(obj) list: the members of the class and of its
+  // superclasses, those that a subclass hides left out.
+  static std::vector<std::string> methodNames(const UDClass* cls);
+  static std::vector<std::string> propertyNames(const UDClass* cls);
 
   // Runs the function on the arguments (argNames[i] is the variable that argument i
   // came from, or ""). Returns at most nargout values that the caller owns (one value,

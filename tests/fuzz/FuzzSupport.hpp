@@ -51,7 +51,7 @@ bool acceptLibraryErrors(Action&& action) {
 
 // Deprecation warnings would print once per input; the targets do not look at them.
 inline void silenceWarnings() {
-  utSetWarningHandler([](const std::string&, const std::string&) {});
+  utSetWarningHandler([](const std::string&, const WarningText&) {});
 }
 
 // Stops the run with a message that names the broken property; libFuzzer saves the input.

@@ -5,6 +5,13 @@
 
 namespace TwUnits {
 
+namespace {
+
+// A deprecated unit warns on every use: the host's context is looked up once.
+utWarningContext* const warningContext = utGetWarningContext();
+
+}  // namespace
+
 // Any registry can raise before the unit registry's set-up has registered the
 // catalog, so every raise makes sure it is there.
 
@@ -30,12 +37,18 @@ void raiseError(UnitError error, int number) {
 
 void issueWarning(UnitError warning) {
   registerUnitsMessageCatalog();
-  ut_warning_id(utGetWarningContext(), warning.identifier, warning.message);
+  ut_warning_id(warningContext, warning.identifier, warning.message);
 }
 
 void issueWarning(UnitError warning, const std::string& name) {
   registerUnitsMessageCatalog();
-  ut_warning_id(utGetWarningContext(), warning.identifier, warning.message, name.c_str());
+  ut_warning_id_str(warningContext, warning.identifier, warning.message, name);
+}
+
+void warnOfDeprecatedUnit(const std::string& name) {
+  // Only registered units warn, and the registry's set-up registered the catalog.
+  ut_warning_id_str(warningContext, errors::Deprecation.identifier, errors::Deprecation.message,
+                    name);
 }
 
 }  // namespace TwUnits

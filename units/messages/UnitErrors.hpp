@@ -206,8 +206,12 @@ inline constexpr UnitError kAllWarnings[] = {errors::Redefining, errors::Fractio
 [[noreturn]] void raiseError(UnitError error, const std::string& first, const std::string& second);
 [[noreturn]] void raiseError(UnitError error, int number);
 
-// Issues the message through the host's warning channel and returns.
+// Issues the message through the host's warning channel and returns; the text is
+// formatted only when the channel shows it.
 void issueWarning(UnitError warning);
 void issueWarning(UnitError warning, const std::string& name);
+// issueWarning(errors::Deprecation, name), on the path of every conversion that uses a
+// deprecated unit.
+void warnOfDeprecatedUnit(const std::string& name);
 
 }  // namespace TwUnits
