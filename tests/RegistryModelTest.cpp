@@ -6,7 +6,7 @@
 // back, a refused operation must change nothing, and every change must reach our listeners
 // and the change-event queue exactly once.
 //
-// Each seed is a test of its own, run in a process of its own (the registries never reset).
+// Each seed is a pristine test of its own.
 // TW_MODEL_SEEDS and TW_MODEL_STEPS raise the 6 seeds of 200 steps; scripts/model.sh runs
 // many seeds under the sanitizers: scripts/model.sh 200 1000.
 
@@ -29,6 +29,7 @@
 
 #include "host/JavaBridge.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitComposition.hpp"
@@ -270,9 +271,10 @@ struct Model {
 
 // ------------------------------------------------------------------ the test
 
+// Each seed runs pristine: start() comes after runsPristineHere().
 class RegistryModel : public testing::TestWithParam<int> {
  protected:
-  void SetUp() override {
+  void start() {
     hostSetUsingJava(true);  // before the registries create the change-event sender
     units = UnitManager::Instance();
     quantities = PhysicalQuantityManager::Instance();
@@ -1051,6 +1053,8 @@ class RegistryModel : public testing::TestWithParam<int> {
 };
 
 TEST_P(RegistryModel, RandomChangesKeepTheRegistriesAsTheModelSays) {
+  if (!runsPristineHere()) return;
+  start();
   const int stepCount = fromEnvironment("TW_MODEL_STEPS", 200);
   for (int step = 0; step < stepCount; ++step) {
     touched = -1;
