@@ -66,6 +66,11 @@ PRISTINE_TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecide
        {0, 0, 5, 0, 0, 0, 0},
        "Unit:QuantityNameInvalid",
        "Error registering physical quantity. See help for valid names."},
+      // an identifier, but a number in a quantity composition
+      {"NaN",
+       {0, 0, 5, 0, 0, 0, 0},
+       "Unit:QuantityNameInvalid",
+       "Error registering physical quantity. See help for valid names."},
       {"velocity2",
        {0, 0, 1, -1, 0, 0, 0},
        "Unit:QuantityDuplicateDimensions",
@@ -158,13 +163,14 @@ PRISTINE_TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChange
   EXPECT_EQ(heard, (std::vector<std::string>{"xa_rate", "xb", "xa"}));
 }
 
-PRISTINE_TEST_F(PhysicalQuantityRegistry, ListenerRefusalStopsTheRemoval) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, ListenersAfterTheUnitRegistryCannotRefuseARemoval) {
   add("x", {0, 0, 7, 0, 0, 0, 0});
   registry->addPhysicalQuantityUnregisteredListener([](const QuantityDimensionApi*, unsigned long) {
     throw new ErrorIdException("Test:Refused", "no");
   });
   EXPECT_UNIT_ERROR_ID(registry->unregisterPhysicalQuantity("x"), "Test:Refused");
-  EXPECT_EQ(registry->getQuantityIdx(std::string("x")), 37);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("x")), -1);
+  EXPECT_EQ(UnitManager::Instance()->getNumQuantityLists(), registry->getNumQuantities());
 }
 
 PRISTINE_TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhenRegistrationFails) {

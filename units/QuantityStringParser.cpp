@@ -43,8 +43,14 @@ bool readInteger(const std::string& token, std::int32_t& value) {
   return truncatedToInt32(number, value) && utEqualWithinEps(number, value);
 }
 
+// The host parser reads a C string: a NUL would end the text early.
+void requireNoNul(const std::string& composition, UnitError failure) {
+  if (composition.find('\0') != std::string::npos) raiseError(failure);
+}
+
 // Runs the host parser; its syntax error is freed and reported as `failure`.
 std::vector<std::string> postfixTokens(const std::string& composition, UnitError failure) {
+  requireNoNul(composition, failure);
   CParseTree tree(composition.c_str());
   try {
     tree.init(false);
@@ -75,7 +81,7 @@ std::unique_ptr<T> popOrFail(std::vector<std::unique_ptr<T>>& stack, UnitError f
 
 struct UnitOperand {
   std::unique_ptr<UnitComposition> composition;
-  std::int32_t literal;
+  std::optional<std::int32_t> literal;
 };
 
 UnitOperand popUnitOperand(QuantityStringParser::UnitStack& stack) {
@@ -88,7 +94,7 @@ UnitOperand popUnitOperand(QuantityStringParser::UnitStack& stack) {
 
 void pushComposition(QuantityStringParser::UnitStack& stack,
                      std::unique_ptr<UnitComposition> composition,
-                     std::int32_t literal = QuantityStringParser::kCompositionMarker) {
+                     std::optional<std::int32_t> literal = std::nullopt) {
   stack.compositions.push_back(std::move(composition));
   stack.literals.push_back(literal);
 }
@@ -127,6 +133,7 @@ int QuantityStringParser::getTokenEnum(const std::string& token) {
 
 UnitComposition* QuantityStringParser::createUnitCompFromString(
     const std::string& composition, std::vector<std::string>* namedUserUnits) const {
+  requireNoNul(composition, errors::BadUnitCompositionParse);
   if (isstrnumeric(composition.c_str())) raiseError(errors::UnitCompositionNumeric);
   std::vector<std::string> tokens = postfixTokens(composition, errors::BadUnitCompositionParse);
   UnitStack stack;
@@ -218,9 +225,7 @@ void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
 void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
   UnitOperand right = popUnitOperand(stack);
   UnitOperand left = popUnitOperand(stack);
-  if (right.literal != kCompositionMarker || left.literal != kCompositionMarker) {
-    raiseError(errors::InvalidCompositionMathMult);
-  }
+  if (right.literal || left.literal) raiseError(errors::InvalidCompositionMathMult);
   *left.composition *= std::move(*right.composition);
   pushComposition(stack, std::move(left.composition));
 }
@@ -228,8 +233,7 @@ void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
 void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
   UnitOperand right = popUnitOperand(stack);
   UnitOperand left = popUnitOperand(stack);
-  if (right.literal != kCompositionMarker ||
-      (left.literal != kCompositionMarker && left.literal != 1)) {
+  if (right.literal || (left.literal && *left.literal != 1)) {
     raiseError(errors::InvalidCompositionMathDiv);
   }
   *left.composition /= std::move(*right.composition);
@@ -238,14 +242,13 @@ void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
 
 void QuantityStringParser::handlePowOnUnitComp(UnitStack& stack) const {
   if (stack.literals.empty()) raiseError(errors::BadUnitCompositionParse);
-  if (stack.literals.back() == kCompositionMarker)
-    raiseError(errors::CompositionExponentMustBeInteger);
+  if (!stack.literals.back()) raiseError(errors::CompositionExponentMustBeInteger);
   UnitOperand exponent = popUnitOperand(stack);
   UnitOperand base = popUnitOperand(stack);
   requirePowerWithinLimit(
       base.composition->getNumerator().size() + base.composition->getDenominator().size(),
-      exponent.literal);
-  *base.composition ^= exponent.literal;
+      *exponent.literal);
+  *base.composition ^= *exponent.literal;
   pushComposition(stack, std::move(base.composition));
 }
 
@@ -586,6 +589,7 @@ std::vector<std::pair<UnitBase, int>> groupsOf(const TermUnits& units) {
 QuantityStringParser::Makeup QuantityStringParser::getUnitMakeupAndExponentsFromString(
     const std::string& composition) const {
   const HandlerTable& handlers = handlerTable();
+  requireNoNul(composition, errors::InternalParseError);
   CParseTree tree(composition.c_str());
   tree.init(false);  // the host's syntax error reaches the caller unchanged
   std::vector<std::string> tokens;

@@ -16,6 +16,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,14 +30,12 @@ class UnitComposition;
 
 class QuantityStringParser : public QuantityStringParserApi {
  public:
-  // Marks a stack entry that is a real composition rather than a literal integer.
-  static inline constexpr std::int32_t kCompositionMarker = 2147483647;
-
   // The evaluation stacks of a unit composition; they own their compositions, so
-  // every error path frees them.
+  // every error path frees them. An entry written as an integer literal keeps its value;
+  // any other entry has none.
   struct UnitStack {
     std::vector<std::unique_ptr<UnitComposition>> compositions;
-    std::vector<std::int32_t> literals;
+    std::vector<std::optional<std::int32_t>> literals;
     // When set, receives each user unit that a name resolves to.
     std::vector<std::string>* namedUserUnits = nullptr;
   };

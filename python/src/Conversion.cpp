@@ -13,6 +13,7 @@
 #include "python/src/Border.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitConverter.hpp"
+#include "units/UnitConverterManager.hpp"
 #include "units/UnitConverterManagerApi.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitSystemManagerApi.hpp"
@@ -83,10 +84,9 @@ py::object apply(const Value& value, const UnitConverter& converter) {
   return convertArray<double>(array, converter);
 }
 
+// By value, and without heap allocation once the two texts have been converted before.
 UnitConverter converterBetween(const std::string& from, const std::string& to) {
-  std::unique_ptr<UnitConverterApi> converter(
-      UnitManager::Instance()->getUnitConverterManagerApi()->getQuantityUnitConverterApi(from, to));
-  return UnitConverter(converter->getMultiplier(), converter->getOffset());
+  return TwUnits::UnitConverterManager::Instance()->getConverter(from, to);
 }
 
 // A prepared conversion between two texts: the factors are taken once, when it is made.
@@ -101,7 +101,7 @@ class Converter {
 
   Converter inverse() const {
     UnitConverter forward = factors_;
-    std::unique_ptr<UnitConverterApi> reverse(callLibrary(Access::Reads, [&] {
+    std::unique_ptr<UnitConverterApi> reverse(callLibrary([&] {
       return UnitManager::Instance()->getUnitConverterManagerApi()->getReverseUnitConverterApi(
           &forward);
     }));
@@ -115,7 +115,7 @@ class Converter {
 };
 
 Converter express(const std::string& text, const std::string& system) {
-  return callLibrary(Access::Changes, [&] {
+  return callLibrary([&] {
     UnitManager* units = UnitManager::Instance();
     std::pair<double, double> factors;
     std::unique_ptr<TwUnits::UnitComposition> inSystem(units->createUnitCompApiForUnitSystem(
@@ -130,10 +130,13 @@ Converter express(const std::string& text, const std::string& system) {
 void bindConversion(py::module_& module) {
   module.def(
       "convert",
-      [](const py::object& value, const std::string& from, const std::string& to) {
+      [](const py::object& value, const std::string& from, const std::string& to) -> py::object {
         Value read = readValue(value);
-        return apply(read,
-                     callLibrary(Access::Changes, [&] { return converterBetween(from, to); }));
+        if (read.isNumber) {
+          return py::float_(
+              callLibrary([&] { return UnitManager::Instance()->convert(read.number, from, to); }));
+        }
+        return apply(read, callLibrary([&] { return converterBetween(from, to); }));
       },
       py::arg("value"), py::arg("from_text"), py::arg("to_text"),
       R"(Converts a value from one unit or composition to another.
@@ -156,9 +159,7 @@ an array as convert() does.
 >>> c = Converter('celsius', 'fahrenheit'); c(100.0)
 212.0)")
       .def(py::init([](const std::string& from, const std::string& to) {
-             return Converter(
-                 callLibrary(Access::Changes, [&] { return converterBetween(from, to); }), from,
-                 to);
+             return Converter(callLibrary([&] { return converterBetween(from, to); }), from, to);
            }),
            py::arg("from_text"), py::arg("to_text"))
       .def(
