@@ -61,8 +61,8 @@ class ConsoleCapture {
   std::function<void(const std::string&)> previous_;
 };
 
-// Initialises the module as the host does; gives the tests the
-// manager host object.
+// Initialises the module as the host does (again: harmless); gives the tests the manager
+// host object.
 class ModuleFixture : public testing::Test {
  protected:
   void SetUp() override;
