@@ -55,8 +55,7 @@ TEST(QuantityDimension, ArithmeticKeepsLeftNameAndIgnoresNamesInEquality) {
 }
 
 TEST(QuantityDimension, ExponentsBeyondAnIntAreRefusedAndChangeNothing) {
-  // Found by fuzzing the quantity parser ("length^2000000000^2"): the sanitizer build
-  // stopped on the signed overflow.
+  // Exponents that overflow an int are refused, never wrapped (signed overflow is undefined).
   UnitManager::Instance();
   const int big = 2000000000, lowest = std::numeric_limits<int>::min();
   struct Case {
