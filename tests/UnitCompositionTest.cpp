@@ -2,7 +2,6 @@
 
 #include <limits>
 #include <memory>
-#include <sstream>
 
 #include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
@@ -212,15 +211,6 @@ TEST_F(Composition, QuantityWrittenInAUnitSystem) {
   system.setLengthType("furlong");  // unknown: the quantity's first unit stands in
   EXPECT_EQ(UnitComposition(12, &system).getCompositionString(), "gram/(hour^2*meter)");
   EXPECT_EQ(UnitComposition(36, &system).getCompositionString(), "dimensionless");
-}
-
-TEST_F(Composition, DebugDump) {
-  std::ostringstream out;
-  UnitComposition c = of({kKilogram}, {kSecond});
-  c.setMultiplier(2.5);
-  out << c;
-  EXPECT_EQ(out.str(),
-            "Multiplier : 2.5\nNumerator : \nQ 1 P 3 U 0\nDenominator : \nQ 3 P -1 U 0\n");
 }
 
 }  // namespace
