@@ -76,12 +76,12 @@ TEST_F(Composition, ProductsQuotientsAndPowersNeverCancel) {
   zero ^= 0;
   EXPECT_EQ(zero, UnitComposition());
 
-  UnitComposition squared = of({kMeter});
+  UnitComposition squared = of({kMeter}, {kSecond});
   squared *= squared;
-  EXPECT_EQ(squared, parse("meter^2"));
-  UnitComposition ratio = of({kMeter});
+  EXPECT_EQ(squared, parse("meter^2/second^2"));
+  UnitComposition ratio = of({kMeter}, {kSecond});
   ratio /= ratio;
-  EXPECT_NE(ratio, UnitComposition()) << "meter/meter keeps both units until cancelled";
+  EXPECT_EQ(ratio, of({kMeter, kSecond}, {kSecond, kMeter})) << "every unit stays until cancelled";
 }
 
 TEST_F(Composition, MovedOperandGivesTheSameSequenceAsACopiedOne) {
