@@ -95,8 +95,11 @@ TEST_F(Composition, MovedOperandGivesTheSameSequenceAsACopiedOne) {
   UnitComposition copiedProduct = left, movedProduct = left;
   copiedProduct *= right;
   UnitComposition consumed = right;
+  const int quantity = consumed.getCombinedUnitsQuantityType();
   movedProduct *= std::move(consumed);
   EXPECT_EQ(movedProduct, copiedProduct);
+  EXPECT_NE(quantity, 36);
+  EXPECT_EQ(consumed.getCombinedUnitsQuantityType(), 36) << "what is moved out leaves it empty";
   UnitComposition expectedProduct =
       of({kGram, kKilometer, kMeter, kKilometer, kInch}, {kSecond, kKilogram, kSecond});
   expectedProduct.setMultiplier(8.0);

@@ -189,6 +189,10 @@ PRISTINE_TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMi
       UnitConverterManager::Instance()->getQuantityUnitConverter(0, kept.get(), &meter));
   EXPECT_DOUBLE_EQ(converter->getMultiplier(), 1000.0);
   EXPECT_DOUBLE_EQ(convert("wzbmeter", "meter"), 1e5);
+  // A composition without prefixes, however old, leaves a new one current.
+  std::unique_ptr<UnitComposition> fresh(parser->createUnitCompFromString("wzbmeter/second"));
+  *fresh *= meter;
+  EXPECT_EQ(fresh->getCompositionString(), "meter*wzbmeter/second");
 }
 
 PRISTINE_TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
