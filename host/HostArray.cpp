@@ -15,7 +15,7 @@ HostArray::HostArray(ClassId classId, std::vector<std::size_t> dims)
   std::size_t count = getNumberOfElements();
   if (classId_ == ClassId::Double) doubles_.assign(count, 0.0);
   if (classId_ == ClassId::Char) chars_.assign(count, ' ');
-  if (classId_ == ClassId::Logical) logicals_.reset(new bool[count]());
+  if (classId_ == ClassId::Logical) logicals_ = std::make_unique<bool[]>(count);
   if (classId_ == ClassId::Int32) int32s_.assign(count, 0);
   if (classId_ == ClassId::Cell) cells_.assign(count, nullptr);
   if (classId_ == ClassId::Handle) handles_.assign(count, nullptr);

@@ -23,6 +23,9 @@ class HostArray {
  public:
   enum class ClassId { Double, Char, Logical, Int32, Cell, Handle };
 
+  HostArray(const HostArray&) = delete;
+  HostArray& operator=(const HostArray&) = delete;
+
   // Every creator returns a new array; the caller owns it and frees it with destroy().
   static HostArray* createDoubleMatrix(std::size_t m, std::size_t n);  // all zeros
   static HostArray* createDoubleScalar(double value);
@@ -83,8 +86,6 @@ class HostArray {
  private:
   HostArray(ClassId classId, std::vector<std::size_t> dims);
   ~HostArray();
-  HostArray(const HostArray&) = delete;
-  HostArray& operator=(const HostArray&) = delete;
 
   ClassId classId_;
   std::vector<std::size_t> dims_;

@@ -40,10 +40,10 @@ void hostSetProperty(UDInterface* object, const std::string& name, const HostArr
 // signature that fits the arguments and has at least nargout results. Returns one entry
 // per result of that signature: a new host value the caller owns, or null where the
 // method left its slot empty beyond the results it gives (at least nargout, or as many
-// as the method says); an empty slot among those is the type's empty value. Raises "CALVEX:UndefinedFunction" when args[0] is not a
-// non-empty handle array or its class has no such method, "CALVEX:InvalidObject" when
-// any handle among the arguments is not valid, and "CALVEX:NoMatchingSignature" when no
-// signature fits. No argument may be null.
+// as the method says); an empty slot among those is the type's empty value. Raises
+// "CALVEX:UndefinedFunction" when args[0] is not a non-empty handle array or its class has no such
+// method, "CALVEX:InvalidObject" when any handle among the arguments is not valid, and
+// "CALVEX:NoMatchingSignature" when no signature fits. No argument may be null.
 std::vector<HostArray*> hostInvokeMethod(const std::string& method, int nargout,
                                          const std::vector<const HostArray*>& args);
 

@@ -1,5 +1,6 @@
 #include "host/Vector.hpp"
 
+#include <cstddef>
 #include <stdexcept>
 
 namespace {
@@ -13,7 +14,8 @@ std::size_t checkedIndex(int index, std::size_t size) {
 }  // namespace
 
 void Vector::removeElementAt(int index) {
-  elements_.erase(elements_.begin() + checkedIndex(index, elements_.size()));
+  elements_.erase(elements_.begin() +
+                  static_cast<std::ptrdiff_t>(checkedIndex(index, elements_.size())));
 }
 
 void* Vector::elementAt(int index) const {

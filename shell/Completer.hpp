@@ -40,7 +40,7 @@ class Completer {
 
   // kNothing in a comment, inside a number and after a dot that does not follow a
   // variable's name.
-  static Context contextOf(const std::string& beforeCursor);
+  static Context contextOf(const std::string& text);
 
  private:
   std::vector<std::string> names() const;

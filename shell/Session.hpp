@@ -29,7 +29,7 @@ class Session {
       : interpreter_(interpreter), options_(options) {}
 
   // Runs one line; false when the session is over.
-  bool feed(const std::string& line);
+  bool feed(const std::string& raw);
   // Runs the lines of the stream until the session is over; returns the exit status.
   int run(std::istream& in);
   // The same with lines from nextLine, which gives nothing at the end of the input.

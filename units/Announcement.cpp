@@ -1,6 +1,7 @@
 #include "units/Announcement.hpp"
 
 #include <stdexcept>
+#include <utility>
 
 #include "host/Exception.hpp"
 
@@ -13,7 +14,7 @@ thread_local Announcement* current = nullptr;
 thread_local int listenersRunning = 0;
 
 // Library errors are thrown as heap pointers; one that is dropped is deleted.
-void discard(std::exception_ptr error) {
+void discard(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
   } catch (Exception* raised) {
@@ -35,7 +36,7 @@ void Announcement::keep(std::exception_ptr error) {
   if (first_) {
     discard(error);
   } else {
-    first_ = error;
+    first_ = std::move(error);
   }
 }
 

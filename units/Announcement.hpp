@@ -43,7 +43,8 @@ class Announcement {
   // kept for finish().
   template <typename Listeners, typename... Args>
   void tell(const Listeners& listeners, const Args&... args) {
-    const Listeners called = listeners;
+    // The list as it is now: a listener added meanwhile is first called for the next change.
+    const Listeners called = listeners;  // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& listener : called) call([&] { listener(args...); });
   }
   // As tell, but while no change is under way a listener's error refuses the change: it
@@ -51,7 +52,7 @@ class Announcement {
   template <typename Listeners, typename... Args>
   void offer(const Listeners& listeners, const Args&... args) {
     if (underWay()) return tell(listeners, args...);
-    const Listeners called = listeners;
+    const Listeners called = listeners;  // NOLINT(performance-unnecessary-copy-initialization)
     for (const auto& listener : called) {
       InsideListener inside;
       listener(args...);

@@ -148,7 +148,7 @@ void PhysicalQuantityManager::checkNewQuantity(const QuantityDimension& quantity
 void PhysicalQuantityManager::storeQuantity(QuantityDimension* quantity) {
   RegistryLock::Change change;
   Announcement announcement;
-  names_.push_back(quantity->getName());
+  names_.emplace_back(quantity->getName());
   quantities_.emplace_back(quantity);
   if (listeners_->added) listeners_->added(quantity);
   announcement.tell(listeners_->registered, quantity);

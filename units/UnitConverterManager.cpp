@@ -145,7 +145,9 @@ UnitConverter UnitConverterManager::tableEntry(int quantity, int fromUnit, int t
   if (fromUnit == toUnit) return *identity_;
   UnitConverter entry(1.0, 0.0);
   if (fromUnit < units.builtinCount && toUnit < units.builtinCount) {
-    entry = units.builtinPairs[static_cast<std::size_t>(fromUnit * units.builtinCount + toUnit)];
+    const auto row =
+        static_cast<std::size_t>(fromUnit) * static_cast<std::size_t>(units.builtinCount);
+    entry = units.builtinPairs[row + static_cast<std::size_t>(toUnit)];
   } else {
     // Into the first unit and out of it again; the offsets cancel exactly for units
     // that share one.

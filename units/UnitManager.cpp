@@ -767,8 +767,8 @@ void UnitManager::verifyQuantityRemoval(int quantity) const {
 }
 
 void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*,
-                                                unsigned long removed) {
-  int quantity = static_cast<int>(removed);
+                                                unsigned long index) {
+  int quantity = static_cast<int>(index);
   for (int u = static_cast<int>(getNumUnits(quantity)) - 1; u >= 0; --u)
     unregisterUnit(unitName(quantity, u));
   std::size_t position = static_cast<std::size_t>(quantity);

@@ -46,7 +46,9 @@ class UnitMultiset {
   }
   // Moves every unit of the other set in, as insert does, and empties it.
   void merge(UnitMultiset& other);
-  const_iterator erase(const_iterator position) { return units_.erase(position); }
+  const_iterator erase(const_iterator position) {  // NOLINT(performance-unnecessary-value-param)
+    return units_.erase(position);
+  }
   // Each unit `times` times in a row, in order; none for 0.
   void repeat(long long times);
   // Replaces every unit by rewrite(unit); the rewrite must keep the units' order.

@@ -189,7 +189,7 @@ int UnitPrefixManager::getPrefixIndex(const std::string& name) const {
   return -1;
 }
 
-double UnitPrefixManager::getPrefixMultiplier2(std::string name) const {
+double UnitPrefixManager::getPrefixMultiplier2(const std::string& name) const {
   const UnitPrefixApi* prefix = name.empty() ? nullptr : getUnitPrefixApi(name);
   if (prefix == nullptr) return std::numeric_limits<double>::quiet_NaN();
   return static_cast<const UnitPrefix*>(prefix)->getMult();

@@ -82,7 +82,7 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
     return prefixes_[static_cast<std::size_t>(index)].get();
   }
   // Multiplier of the named prefix; NaN for an empty or unknown name.
-  double getPrefixMultiplier2(std::string name) const;
+  double getPrefixMultiplier2(const std::string& name) const;
   // Returns a new list of every prefix name in index order; the caller owns it.
   StringVector* getPrefixUnitStrings() const;
   // The unit name without a leading registered prefix, or unchanged.

@@ -82,6 +82,7 @@ HostArrayPtr gather(const HostArray& value, const std::vector<std::size_t>& indi
         texts[k % rows][k / rows] = source[from % value.getM()][from / value.getM()];
       }
       std::vector<const char*> pointers;
+      pointers.reserve(texts.size());
       for (const std::string& text : texts) pointers.push_back(text.c_str());
       return HostArrayPtr(HostArray::createCharMatrixFromStrings(rows, pointers.data()));
     }
@@ -95,6 +96,7 @@ HostArrayPtr gather(const HostArray& value, const std::vector<std::size_t>& indi
     }
     case ClassId::Handle: {
       std::vector<UDInterface*> objects;
+      objects.reserve(indices.size());
       for (std::size_t index : indices) objects.push_back(value.getHandle(index));
       return HostArrayPtr(HostArray::createHandleArray(objects));
     }

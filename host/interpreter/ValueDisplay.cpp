@@ -230,7 +230,7 @@ std::string ValueDisplay::describeProperties(UDInterface* object) {
       shown = std::string("<") + raised->getMessage() + ">";
     }
     std::string name = property->getName();
-    text += "    " + std::string(width - name.size(), ' ') + name + ": " + shown + "\n";
+    text.append(4 + width - name.size(), ' ').append(name).append(": ").append(shown) += '\n';
   }
   return text;
 }

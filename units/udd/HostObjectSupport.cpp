@@ -115,6 +115,7 @@ std::vector<UDInterface*> displayTargets(UDMethodSignature* matched, UDMethodSig
   if (matched == single) return {hostObject(target)};
   const auto* objects = static_cast<const Vector*>(target);
   std::vector<UDInterface*> targets;
+  targets.reserve(static_cast<std::size_t>(objects->size()));
   for (int i = 0; i < objects->size(); ++i)
     targets.push_back(static_cast<UDInterface*>(objects->elementAt(i)));
   return targets;
@@ -128,8 +129,9 @@ int roundedToInt(double value) {
   return static_cast<int>(rounded);
 }
 
-void callHostFunction(const char* functionName, std::vector<HostArrayPtr> arguments) {
+void callHostFunction(const char* functionName, const std::vector<HostArrayPtr>& arguments) {
   std::vector<HostArray*> raw;
+  raw.reserve(arguments.size());
   for (const HostArrayPtr& argument : arguments) raw.push_back(argument.get());
   try {
     inCallFcn(0, nullptr, static_cast<int>(raw.size()), raw.data(), functionName);

@@ -16,6 +16,7 @@ class QuantityDimensionUDC : public UnitsHostClass {
  public:
   QuantityDimensionUDC();
   // A new host object wrapping a new quantity with no name and all exponents 0.
+  using UnitsHostClass::createClassSpecificObject;
   UDInterface* createClassSpecificObject(UDInterface* parent, void** args, int nargs) override;
   void destroyObject(UDInterface* object) override;
 };

@@ -21,6 +21,7 @@ class UnitManagerUDC : public UnitsHostClass {
  public:
   UnitManagerUDC();
   // The one manager host object, with a new reference for the caller.
+  using UnitsHostClass::createClassSpecificObject;
   UDInterface* createClassSpecificObject(UDInterface* parent, void** args, int nargs) override;
   // Frees the host objects of the created quantities and their list; the registry
   // itself stays.

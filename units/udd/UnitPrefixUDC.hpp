@@ -18,6 +18,7 @@ class UnitPrefixUDC : public UnitsHostClass {
  public:
   UnitPrefixUDC();
   // A new host object wrapping a new prefix with the defaults.
+  using UnitsHostClass::createClassSpecificObject;
   UDInterface* createClassSpecificObject(UDInterface* parent, void** args, int nargs) override;
   // Frees the wrapped prefix unless a registry owns it.
   void destroyObject(UDInterface* object) override;

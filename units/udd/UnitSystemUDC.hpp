@@ -17,6 +17,7 @@ class UnitSystemUDC : public UnitsHostClass {
  public:
   UnitSystemUDC();
   // A new host object wrapping a new unit system with eight empty names.
+  using UnitsHostClass::createClassSpecificObject;
   UDInterface* createClassSpecificObject(UDInterface* parent, void** args, int nargs) override;
   void destroyObject(UDInterface* object) override;
 };

@@ -19,6 +19,7 @@ class UnitsUDC : public UnitsHostClass {
  public:
   UnitsUDC();
   // A new host object wrapping a new default unit definition.
+  using UnitsHostClass::createClassSpecificObject;
   UDInterface* createClassSpecificObject(UDInterface* parent, void** args, int nargs) override;
   // Frees the wrapped definition unless a registry owns it.
   void destroyObject(UDInterface* object) override;
