@@ -6,7 +6,7 @@
 // catch `ErrorIdException*`, read both texts and delete the object.
 //
 // Example:
-//   catch (ErrorIdException* e) { log(e->getIdentifier(), e->getMessage()); delete e; }
+//   catch (ErrorIdException* e) { auto owned = adoptError(e); log(e->getIdentifier(), e->getMessage()); }
 
 #include <string>
 

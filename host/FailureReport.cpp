@@ -22,10 +22,10 @@ std::optional<FailureReport::Failure> FailureReport::catchAll(const std::functio
     action();
     return std::nullopt;
   } catch (ErrorIdException* raised) {
-    std::unique_ptr<ErrorIdException> owned(raised);
+    auto owned = adoptError(raised);
     return failure(raised->getIdentifier(), raised->getMessage());
   } catch (Exception* raised) {
-    std::unique_ptr<Exception> owned(raised);
+    auto owned = adoptError(raised);
     return failure(nullptr, raised->getMessage());
   } catch (const fl::except::IUserException& raised) {
     return failure(raised.GetIdentifier(), raised.GetMessageTxt());

@@ -18,7 +18,7 @@ void discard(const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
   } catch (Exception* raised) {
-    delete raised;
+    adoptError(raised);
   } catch (...) {
   }
 }

@@ -19,7 +19,7 @@ bool verifiedQuantity(const std::string& composition, int& quantity) {
                    ->getCombinedUnitsQuantityType();
     return true;
   } catch (Exception* raised) {
-    delete raised;
+    adoptError(raised);
     return false;
   }
 }

@@ -56,7 +56,7 @@ std::vector<std::string> postfixTokens(const std::string& composition,
   try {
     tree.init(false);
   } catch (Exception* raised) {
-    delete raised;
+    adoptError(raised);
     raiseError(failure);
   }
   std::vector<std::string> tokens;
@@ -347,7 +347,7 @@ std::vector<std::string> tokensOf(const std::string& composition) {
   try {
     tree.init(false);
   } catch (Exception* raised) {
-    delete raised;  // a text that does not parse names no unit
+    adoptError(raised);  // a text that does not parse names no unit
   }
   std::vector<std::string> tokens;
   tree.postFix(tokens);

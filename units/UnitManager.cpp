@@ -11,9 +11,11 @@
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
 #include "units/Announcement.hpp"
+#include "units/BuiltinUnits.hpp"
 #include "units/DimensionalAnalysisManager.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
+#include "units/RegistryHooks.hpp"
 #include "units/RegistryLock.hpp"
 #include "units/UnitBase.hpp"
 #include "units/UnitChangeEvent.hpp"
@@ -23,7 +25,6 @@
 #include "units/UnitPrefixManager.hpp"
 #include "units/UnitSystemManager.hpp"
 #include "units/messages/UnitErrors.hpp"
-#include "units/udd/UDDObjectManager.hpp"
 
 namespace TwUnits {
 
@@ -38,6 +39,15 @@ const UnitManager::UnitAddress kNoUnit{-1, -1};
 template <typename List>
 auto& at(List& lists, int index) {
   return lists.at(static_cast<std::size_t>(index));
+}
+
+// Whether the unit at `user` uses the unit `name` at `used`: its composition holds it, or
+// its text names it (a prefix registered since can change how a text splits).
+bool uses(const UnitManager& units, UnitManager::UnitAddress user, UnitManager::UnitAddress used,
+          const std::string& name) {
+  return units.getUnitComposition(user.first, user.second)->containsUnit(used.first, used.second) ||
+         QuantityStringParser::Instance()->doesStringContainUnit(
+             units.getUnitRepresentation(user.first, user.second)->getCompositionString(), name);
 }
 
 }  // namespace
@@ -65,9 +75,10 @@ void UnitManager::setup() {
   unitSystems_ = UnitSystemManager::Instance();
   converters_ = UnitConverterManager::Instance();
   dimensions_ = DimensionalAnalysisManager::Instance();
-  // The only listener while the built-in units are set up: built-in units get host
-  // objects but post no change events.
-  data_->registered.push_back(&UDDObjectManager::unitRegisteredListener);
+  // The only listener while the built-in units are set up, the attached hook (the binding's
+  // host objects): built-in units post no change events.
+  if (registryHooks().unitRegistered)
+    data_->registered.emplace_back(registryHooks().unitRegistered);
   prefixes_->setupPrefixes();
   quantities_->setupQuantities();
   setupBuiltinUnits();
@@ -110,43 +121,9 @@ void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisibl
 }
 
 void UnitManager::setupBuiltinBaseUnits() {
-  struct BaseUnit {
-    int quantity;
-    const char* name;
-    bool visible;
-  };
-  // Unit indexes follow this order within each quantity.
-  static const BaseUnit kBaseUnits[] = {
-      {0, "item", true},        {0, "molecule", true}, {0, "mole", true},
-      {1, "gram", true},        {1, "ounce", true},    {1, "pound", true},
-      {1, "ton", true},         {2, "meter", true},    {2, "inch", true},
-      {2, "foot", true},        {2, "yard", true},     {2, "mile", true},
-      {2, "metre", true},       {3, "second", true},   {3, "minute", true},
-      {3, "hour", true},        {3, "day", true},      {3, "year", true},
-      {4, "fahrenheit", false}, {4, "celsius", false}, {4, "kelvin", true},
-      {4, "Celsius", false},    {5, "ampere", true},   {5, "biot", true},
-      {6, "candela", true},     {6, "candle", true},   {36, "dimensionless", true},
-  };
-  struct BaseConverter {
-    int quantity, unit, reference;
-    const char* multiplier;  // exact decimals: pairs of built-in units are rounded once
-    const char* offset;
-  };
-  // value in the reference unit = multiplier * value in the unit + offset
-  static const BaseConverter kConverters[] = {
-      {0, 1, 0, "1", "0"},           {0, 2, 1, "6.02214199e+23", "0"},
-      {1, 1, 0, "28.34952312", "0"}, {1, 2, 1, "16", "0"},
-      {1, 3, 2, "2000", "0"},        {2, 1, 0, "0.0254", "0"},
-      {2, 2, 1, "12", "0"},          {2, 3, 1, "36", "0"},
-      {2, 4, 2, "5280", "0"},        {2, 5, 0, "1", "0"},
-      {3, 1, 0, "60", "0"},          {3, 2, 0, "3600", "0"},
-      {3, 3, 0, "86400", "0"},       {3, 4, 3, "365.25", "0"},
-      {4, 1, 0, "1.8", "32"},        {4, 2, 1, "1", "-273.15"},
-      {4, 3, 1, "1", "0"},           {5, 0, 1, "0.1", "0"},
-      {6, 1, 0, "1.01937", "0"},
-  };
-  for (const BaseUnit& unit : kBaseUnits) addBaseUnit(unit.quantity, unit.name, unit.visible);
-  for (const BaseConverter& c : kConverters) {
+  for (const BuiltinBaseUnit& unit : kBuiltinBaseUnits)
+    addBaseUnit(unit.quantity, unit.name, unit.visible);
+  for (const BuiltinBaseConverter& c : kBuiltinBaseConverters) {
     converters_->addBuiltinBaseUnitConverter(c.quantity, c.unit, c.reference, c.multiplier,
                                              c.offset);
   }
@@ -160,43 +137,7 @@ void UnitManager::setupBuiltinBaseUnits() {
 }
 
 void UnitManager::setupBuiltinDerivedUnits() {
-  struct DerivedUnit {
-    const char* name;
-    const char* composition;
-    double multiplier;
-  };
-  // "liter" comes before "molarity", which uses it.
-  static const DerivedUnit kDerivedUnits[] = {
-      {"acre", "foot^2", 43560.0},
-      {"ares", "meter^2", 100.0},
-      {"liter", "decimeter^3", 1.0},
-      {"litre", "decimeter^3", 1.0},
-      {"gallon", "inch^3", 231.0},
-      {"pint", "inch^3", 28.875},
-      {"quart", "inch^3", 57.75},
-      {"pascal", "kilogram/(meter*second^2)", 1.0},
-      {"watt", "(kilogram*meter^2)/second^3", 1.0},
-      {"molarity", "mole/liter", 1.0},
-      {"becquerel", "1/second", 1.0},
-      {"hertz", "1/second", 1.0},
-      {"newton", "(kilogram*meter)/second^2", 1.0},
-      {"dyne", "(gram*centimeter)/second^2", 1.0},
-      {"pound_force", "(pound*foot)/second^2", 32.17404855643045},
-      {"coulomb", "ampere*second", 1.0},
-      {"volt", "(kilogram*meter^2)/(ampere*second^3)", 1.0},
-      {"farad", "(ampere^2*second^4)/(kilogram*meter^2)", 1.0},
-      {"ohm", "(kilogram*meter^2)/(ampere^2*second^3)", 1.0},
-      {"siemens", "(ampere^2*second^3)/(kilogram*meter^2)", 1.0},
-      {"joule", "(meter^2*kilogram)/second^2", 1.0},
-      {"calorie", "(meter^2*kilogram)/second^2", 4.1868},
-      {"weber", "(kilogram*meter^2)/(ampere*second^2)", 1.0},
-      {"tesla", "kilogram/(second^2*ampere)", 1.0},
-      {"henry", "(kilogram*meter^2)/(ampere^2*second^2)", 1.0},
-      {"gray", "meter^2/second^2", 1.0},
-      {"sievert", "meter^2/second^2", 1.0},
-      {"katal", "mole/second", 1.0},
-  };
-  for (const DerivedUnit& unit : kDerivedUnits) {
+  for (const BuiltinDerivedUnit& unit : kBuiltinDerivedUnits) {
     auto definition = std::make_unique<UnitRepresentation>();
     definition->setName(unit.name);
     definition->setCompositionString(unit.composition);
@@ -211,7 +152,7 @@ void UnitManager::registerInternalListeners() {
   UnitChangeEvent* sender = UnitChangeEvent::Instance();
   addUnitRegisteredListener(boost::bind(&UnitChangeEvent::postUnitCreated, sender, _1));
   addUnitUnregisteredListener(boost::bind(&UnitChangeEvent::postUnitRemoved, sender, _1));
-  data_->removalHook = &UDDObjectManager::unitUnregisteredListener;
+  data_->removalHook = registryHooks().unitRemoved;
   // The registry's own lists follow every quantity and prefix as part of the change, not
   // as listeners: listeners may not change the registries.
   quantities_->setUnitRegistryFollower(
@@ -383,11 +324,7 @@ UnitManager::UnitAddress UnitManager::getUnitIfUsedInComposition(int quantity, i
   }
   for (int q = 0; q < getNumQuantityLists(); ++q) {
     for (int u = 0; u < static_cast<int>(at(definitions_, q).size()); ++u) {
-      if (getUnitComposition(q, u)->containsUnit(quantity, index) ||
-          parser->doesStringContainUnit(getUnitRepresentation(q, u)->getCompositionString(),
-                                        name)) {
-        return {q, u};
-      }
+      if (uses(*this, {q, u}, {quantity, index}, name)) return {q, u};
     }
   }
   return kNoUnit;
@@ -439,7 +376,7 @@ const QuantityDimensionApi* UnitManager::getQuantityDimensionFromComposition(
   try {
     return quantities_->getQuantityDimensionApi(getQuantityIdxFromCompositionString(text));
   } catch (Exception* raised) {
-    delete raised;
+    adoptError(raised);
   } catch (const std::exception&) {
   }
   return nullptr;
@@ -452,7 +389,7 @@ void UnitManager::validateTimeUnits(const std::string& text) {
     quantity = getQuantityIdxFromCompositionString(text);
   } catch (ErrorIdException* raised) {
     if (std::strcmp(raised->getIdentifier(), errors::NotFound.identifier) != 0) throw;
-    delete raised;
+    adoptError(raised);
   }
   if (quantity != kTimeIndex) raiseError(errors::InvalidTimeUnits, text);
 }
@@ -716,28 +653,32 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
   // A cached text that wrote the prefix is stale even where the prefix went into its
   // multiplier ("myriahertz": hertz has no unit to carry it).
-  const QuantityStringParser* parser = QuantityStringParser::Instance();
-  cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
-    return composition.containsPrefix(prefixIndex) ||
-           (places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName()));
-  });
+  forgetTextsWritingPrefix(prefix->getName(), prefixIndex);
   // Later prefixes are about to move down one index; compositions follow them.
-  auto shifted = [prefixIndex](UnitComposition& composition) {
+  forEachComposition([prefixIndex](UnitComposition& composition) {
     composition.shiftPrefixIndexesAfterRemoval(prefixIndex);
-  };
-  for (auto& list : compositions_) {
-    for (auto& composition : list) shifted(*composition);
-  }
-  cache_.forEach(shifted);
+  });
 }
 
 void UnitManager::notifyPrefixAdded(const UnitPrefixApi* prefix) {
   // The first prefix in name order is the one stripped: a new prefix that begins a longer
   // one's name ("my" before "myria") reads "myriameter" anew, as "my" and "riameter".
+  forgetTextsWritingPrefix(prefix->getName(), kNoPrefixHeld);
+}
+
+void UnitManager::forgetTextsWritingPrefix(const std::string& prefix, int heldIndex) {
   const QuantityStringParser* parser = QuantityStringParser::Instance();
-  cache_.eraseIf([&](const std::string& text, const UnitComposition&) {
-    return places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName());
+  cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
+    return (heldIndex != kNoPrefixHeld && composition.containsPrefix(heldIndex)) ||
+           (places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix));
   });
+}
+
+void UnitManager::forEachComposition(const std::function<void(UnitComposition&)>& visit) {
+  for (auto& list : compositions_) {
+    for (auto& composition : list) visit(*composition);
+  }
+  cache_.forEach(visit);
 }
 
 // ---------------------------------------------------------------- quantities
@@ -750,24 +691,19 @@ void UnitManager::verifyQuantityRemoval(int quantity) const {
   // The quantity's units go from the last to the first, and a unit of the quantity only
   // ever uses earlier ones: only a unit of another quantity can refuse. The first one the
   // removal would meet is named.
-  const QuantityStringParser* parser = QuantityStringParser::Instance();
   for (int u = static_cast<int>(getNumUnits(quantity)) - 1; u >= 0; --u) {
     const std::string name = unitName(quantity, u);
     for (int q = 0; q < getNumQuantityLists(); ++q) {
       if (q == quantity) continue;
       for (int other = 0; other < static_cast<int>(at(definitions_, q).size()); ++other) {
-        if (getUnitComposition(q, other)->containsUnit(quantity, u) ||
-            parser->doesStringContainUnit(getUnitRepresentation(q, other)->getCompositionString(),
-                                          name)) {
+        if (uses(*this, {q, other}, {quantity, u}, name))
           raiseError(errors::BeingUsed, unitName(q, other));
-        }
       }
     }
   }
 }
 
-void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*,
-                                                unsigned long index) {
+void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*, unsigned long index) {
   int quantity = static_cast<int>(index);
   for (int u = static_cast<int>(getNumUnits(quantity)) - 1; u >= 0; --u)
     unregisterUnit(unitName(quantity, u));
@@ -786,10 +722,7 @@ void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*,
 }
 
 void UnitManager::markCompositionsStale() {
-  for (auto& list : compositions_) {
-    for (auto& composition : list) composition->markQuantityStale();
-  }
-  cache_.forEach([](UnitComposition& composition) { composition.markQuantityStale(); });
+  forEachComposition([](UnitComposition& composition) { composition.markQuantityStale(); });
 }
 
 void UnitManager::incrementNumUnits(int quantity) {

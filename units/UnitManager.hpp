@@ -29,6 +29,7 @@
 //   units->unregisterUnit("meter");                        // raises "Unit:CannotUnregisterBuiltin"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -218,6 +219,12 @@ class UnitManager {
   void appendQuantityLists();
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
   void markCompositionsStale();
+  // Calls visit on every composition the registry keeps: the units' and the cached texts'.
+  void forEachComposition(const std::function<void(UnitComposition&)>& visit);
+  // Drops the cached texts, not unit names, that write the prefix, and those whose
+  // composition holds the prefix at heldIndex (kNoPrefixHeld: none).
+  static constexpr int kNoPrefixHeld = -2;
+  void forgetTextsWritingPrefix(const std::string& prefix, int heldIndex);
   std::string unitName(int quantity, int index) const;
   bool isUserUnit(const std::string& name) const;
   // The user units whose names the text writes, prefixes stripped.

@@ -9,12 +9,12 @@
 #include "host/StringVector.hpp"
 #include "units/Announcement.hpp"
 #include "units/PhysicalQuantityManager.hpp"
+#include "units/RegistryHooks.hpp"
 #include "units/RegistryLock.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/messages/UnitErrors.hpp"
-#include "units/udd/UDDObjectManager.hpp"
 
 namespace TwUnits {
 
@@ -56,8 +56,9 @@ UnitPrefixManager::~UnitPrefixManager() = default;
 
 void UnitPrefixManager::registerInternalListeners() {
   using namespace boost::placeholders;
-  listeners_->registered.push_back(&UDDObjectManager::prefixRegisteredListener);
-  listeners_->removal = &UDDObjectManager::prefixUnregisteredListener;
+  const RegistryHooks& hooks = registryHooks();
+  if (hooks.prefixRegistered) listeners_->registered.emplace_back(hooks.prefixRegistered);
+  listeners_->removal = hooks.prefixRemoved;
   UnitChangeEvent* sender = UnitChangeEvent::Instance();
   addUnitPrefixRegisteredListener(boost::bind(&UnitChangeEvent::postPrefixCreated, sender, _1));
   addUnitPrefixUnregisteredListener(boost::bind(&UnitChangeEvent::postPrefixRemoved, sender, _1));

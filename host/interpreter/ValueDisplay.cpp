@@ -226,7 +226,7 @@ std::string ValueDisplay::describeProperties(UDInterface* object) {
       HostArrayPtr value(hostGetProperty(object, property->getName()));
       shown = formatInline(*value);
     } catch (Exception* raised) {
-      std::unique_ptr<Exception> owned(raised);
+      auto owned = adoptError(raised);
       shown = std::string("<") + raised->getMessage() + ">";
     }
     std::string name = property->getName();

@@ -72,10 +72,10 @@ void installBorder() {
     try {
       if (raised) std::rethrow_exception(raised);
     } catch (ErrorIdException* error) {
-      std::unique_ptr<ErrorIdException> owned(error);
+      auto owned = adoptError(error);
       setPythonError(owned->getIdentifier(), owned->getMessage());
     } catch (Exception* error) {
-      std::unique_ptr<Exception> owned(error);
+      auto owned = adoptError(error);
       setPythonError("", owned->getMessage());
     }
   });

@@ -67,7 +67,7 @@ void* readOrSkip(UDInterface* object, UDDatabaseClient* client, UDPropInfo* prop
   try {
     return object->get(client, property);
   } catch (Exception* raised) {
-    delete raised;
+    adoptError(raised);
     return nullptr;
   }
 }
@@ -91,7 +91,7 @@ bool compareHostObjects(UDInterface* first, UDInterface* second) {
     try {
       equal = property->getDataType()->isEqual(a, b);
     } catch (Exception* raised) {
-      delete raised;
+      adoptError(raised);
     }
     first->release(client, property, a);
     second->release(client, property, b);

@@ -2,6 +2,7 @@
 
 #include "host/UDInterface.hpp"
 #include "units/UnitManager.hpp"
+#include "units/RegistryHooks.hpp"
 #include "units/UnitPrefixManager.hpp"
 #include "units/udd/UnitPrefixUDC.hpp"
 #include "units/udd/UnitsUDC.hpp"
@@ -56,6 +57,11 @@ void registerWithHostObject(UDInterface* object, Register registerIt, IsKept isK
 }
 
 }  // namespace
+
+void UDDObjectManager::attachToRegistries() {
+  attachRegistryHooks({&unitRegisteredListener, &unitUnregisteredListener,
+                       &prefixRegisteredListener, &prefixUnregisteredListener});
+}
 
 void UDDObjectManager::unitRegisteredListener(const UnitRepresentationApi* unit) {
   giveHostObject(const_cast<UnitRepresentation*>(static_cast<const UnitRepresentation*>(unit)),

@@ -22,6 +22,10 @@ class UnitRepresentationApi;
 
 class UDDObjectManager {
  public:
+  // Attaches the four listeners to the registries as their hooks: called when the library
+  // loads, before any registry is set up.
+  static void attachToRegistries();
+
   static void unitRegisteredListener(const UnitRepresentationApi* unit);
   static void unitUnregisteredListener(const UnitRepresentationApi* unit);
   static void prefixRegisteredListener(const UnitPrefixApi* prefix);

@@ -106,7 +106,7 @@ Vector* getCreatedQuantities(UDInterface* manager) {
   return static_cast<Vector*>(manager->getAttachment(kCreatedQuantities));
 }
 
-// 1
+// Method 1, "getpqtypes" (methods() lists them in the order the constructor adds them).
 class Unit_GetPhysicalQuantityTypes_MI : public UDMethodInfo {
  public:
   Unit_GetPhysicalQuantityTypes_MI() : UDMethodInfo(false) {
@@ -119,7 +119,7 @@ class Unit_GetPhysicalQuantityTypes_MI : public UDMethodInfo {
   }
 };
 
-// 2
+// Method 2, "showunits".
 class Unit_GetRegisteredUnits_MI : public UDMethodInfo {
  public:
   Unit_GetRegisteredUnits_MI() : UDMethodInfo(false) {
@@ -160,7 +160,7 @@ class Unit_GetRegisteredUnits_MI : public UDMethodInfo {
   UDMethodSignature* all_;
 };
 
-// 3
+// Method 3, "showprefixes".
 class Unit_GetRegisteredPrefixes_MI : public UDMethodInfo {
  public:
   Unit_GetRegisteredPrefixes_MI() : UDMethodInfo(false) {
@@ -197,7 +197,7 @@ class Unit_GetRegisteredPrefixes_MI : public UDMethodInfo {
   UDMethodSignature* all_;
 };
 
-// 4
+// Method 4, "showphysicalquantities".
 class Unit_GetRegisteredPQS_MI : public UDMethodInfo {
  public:
   Unit_GetRegisteredPQS_MI() : UDMethodInfo(false) {
@@ -231,7 +231,7 @@ class Unit_GetRegisteredPQS_MI : public UDMethodInfo {
   UDMethodSignature* withMakeup_;
 };
 
-// 5
+// Method 5, "registerprefix".
 class UnitManager_createUnitPrefix_MI : public UDMethodInfo {
  public:
   UnitManager_createUnitPrefix_MI() : UDMethodInfo(false) {
@@ -267,7 +267,7 @@ class UnitManager_createUnitPrefix_MI : public UDMethodInfo {
   UDMethodSignature* byValues_;
 };
 
-// 6
+// Method 6, "registerunit".
 class UnitManager_createUnit_MI : public UDMethodInfo {
  public:
   UnitManager_createUnit_MI() : UDMethodInfo(false) {
@@ -303,7 +303,7 @@ class UnitManager_createUnit_MI : public UDMethodInfo {
   UDMethodSignature* byObject_;
 };
 
-// 7
+// Method 7, "unregisterunit".
 class UnitManager_removeUnit_MI : public UDMethodInfo {
  public:
   UnitManager_removeUnit_MI() : UDMethodInfo(false) {
@@ -315,7 +315,7 @@ class UnitManager_removeUnit_MI : public UDMethodInfo {
   }
 };
 
-// 8
+// Method 8, "registerphysicalquantity".
 class UnitManager_createPhysicalQuantity_MI : public UDMethodInfo {
  public:
   UnitManager_createPhysicalQuantity_MI() : UDMethodInfo(false) {
@@ -374,7 +374,7 @@ class UnitManager_createPhysicalQuantity_MI : public UDMethodInfo {
   UDMethodSignature* fromComposition_;
 };
 
-// 9
+// Method 9, "unregisterunitprefix".
 class UnitManager_removePrefix_MI : public UDMethodInfo {
  public:
   UnitManager_removePrefix_MI() : UDMethodInfo(false) {
@@ -388,7 +388,7 @@ class UnitManager_removePrefix_MI : public UDMethodInfo {
   }
 };
 
-// 10
+// Method 10, "unregisterpq".
 class UnitManager_removePhysicalQuantity_MI : public UDMethodInfo {
  public:
   UnitManager_removePhysicalQuantity_MI() : UDMethodInfo(false) {
@@ -410,7 +410,7 @@ class UnitManager_removePhysicalQuantity_MI : public UDMethodInfo {
   }
 };
 
-// 11
+// Method 11, "calculateconversion".
 class UnitManager_UnitConversionCalculator_MI : public UDMethodInfo {
  public:
   UnitManager_UnitConversionCalculator_MI() : UDMethodInfo(false) {
@@ -425,7 +425,7 @@ class UnitManager_UnitConversionCalculator_MI : public UDMethodInfo {
   }
 };
 
-// 12
+// Method 12, "verifyunit".
 class UnitManager_VerifyUnit_MI : public UDMethodInfo {
  public:
   UnitManager_VerifyUnit_MI() : UDMethodInfo(false) {
@@ -440,7 +440,7 @@ class UnitManager_VerifyUnit_MI : public UDMethodInfo {
   }
 };
 
-// 13
+// Method 13, "verifyunitprefix".
 class UnitManager_VerifyUnitPrefix_MI : public UDMethodInfo {
  public:
   UnitManager_VerifyUnitPrefix_MI() : UDMethodInfo(false) {
@@ -456,7 +456,7 @@ class UnitManager_VerifyUnitPrefix_MI : public UDMethodInfo {
   }
 };
 
-// 14
+// Method 14, "verifycomposition".
 class UnitManager_VerifyComposition_MI : public UDMethodInfo {
  public:
   UnitManager_VerifyComposition_MI() : UDMethodInfo(false) {
@@ -468,7 +468,7 @@ class UnitManager_VerifyComposition_MI : public UDMethodInfo {
   }
 };
 
-// 15
+// Method 15, "parsecomposition".
 class UnitManager_ParseComposition_MI : public UDMethodInfo {
  public:
   UnitManager_ParseComposition_MI() : UDMethodInfo(false) {
@@ -481,7 +481,7 @@ class UnitManager_ParseComposition_MI : public UDMethodInfo {
     try {
       makeup = QuantityStringParser::Instance()->getUnitMakeupAndExponentsFromString(text(args[1]));
     } catch (Exception* raised) {
-      delete raised;
+      adoptError(raised);
       raiseError(errors::InternalParseError);
     } catch (const std::exception&) {
       raiseError(errors::InternalParseError);
@@ -494,7 +494,7 @@ class UnitManager_ParseComposition_MI : public UDMethodInfo {
   }
 };
 
-// 16
+// Method 16, "getphysqtyforcomposition".
 class Unit_GetPhysicalQuantityFromComposition_MI : public UDMethodInfo {
  public:
   Unit_GetPhysicalQuantityFromComposition_MI() : UDMethodInfo(false) {

@@ -3,6 +3,7 @@
 #include "host/CVFcnTable.hpp"
 #include "host/UDApplicationManager.hpp"
 #include "units/udd/QuantityDimensionUDC.hpp"
+#include "units/udd/UDDObjectManager.hpp"
 #include "units/udd/UnitManagerUDC.hpp"
 #include "units/udd/UnitPrefixUDC.hpp"
 #include "units/udd/UnitSystemUDC.hpp"
@@ -49,10 +50,11 @@ void units_initialize() {
 
 namespace {
 
-// Loading the library creates four of the classes; the registries wait for the
-// module's initialisation.
+// Loading the library attaches the binding to the registries and creates four of the
+// classes; the registries wait for the module's initialisation.
 struct LoadTimeClasses {
   LoadTimeClasses() {
+    UDDObjectManager::attachToRegistries();
     SINGLETON_QuantityDimensionUDC = GetQuantityDimensionUDC();
     SINGLETON_UnitPrefixUDC = GetUnitPrefixUDC();
     SINGLETON_UnitSystemUDC = GetUnitSystemUDC();
