@@ -6,7 +6,7 @@
 // catch `ErrorIdException*`, read both texts and delete the object.
 //
 // Example:
-//   catch (ErrorIdException* e) { auto owned = adoptError(e); log(e->getIdentifier(), e->getMessage()); }
+//   catch (ErrorIdException* e) { auto owned = adoptError(e); log(e->getIdentifier()); }
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "units/udd/UDDObjectManager.hpp"
 
 #include "host/UDInterface.hpp"
-#include "units/UnitManager.hpp"
 #include "units/RegistryHooks.hpp"
+#include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
 #include "units/udd/UnitPrefixUDC.hpp"
 #include "units/udd/UnitsUDC.hpp"
