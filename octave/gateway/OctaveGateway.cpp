@@ -243,7 +243,7 @@ DEFMETHOD_DLD(__twzo_units__, interpreter, args, ,
   interpreter.mlock();  // values of the gateway's type live in variables
   if (args.length() < 1 || !args(0).is_string()) print_usage();
   std::string operation = args(0).string_value();
-  int count = args.length();
+  octave_idx_type count = args.length();
   if (operation == "construct" && count >= 2) return ovl(construct(args));
   if (operation == "invoke" && count >= 4) return ovl(invoke(args));
   if (operation == "get" && count == 3) return ovl(getProperty(args));

@@ -151,13 +151,14 @@ py::dict listUnits(bool builtin) {
         bool isBuiltin = units->isUnitBuiltin(q, u);
         if (isBuiltin && !builtin) continue;
         const UnitRepresentation* definition = units->getUnitRepresentation(q, u);
-        listed[py::str(names[u])] = Unit{names[u],
-                                         definition->getCompositionString(),
-                                         definition->getMultiplier(),
-                                         definition->getOffset(),
-                                         quantityName(q),
-                                         isBuiltin,
-                                         !definition->getLibraryVisible()};
+        const std::string& name = names[static_cast<std::size_t>(u)];
+        listed[py::str(name)] = Unit{name,
+                                     definition->getCompositionString(),
+                                     definition->getMultiplier(),
+                                     definition->getOffset(),
+                                     quantityName(q),
+                                     isBuiltin,
+                                     !definition->getLibraryVisible()};
       }
     }
     return listed;
@@ -170,7 +171,7 @@ py::dict listPrefixes() {
     const UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
     const std::vector<std::string>& names = prefixes->getPrefixNames();
     for (int p = 0; p < static_cast<int>(names.size()); ++p)
-      listed[py::str(names[p])] = prefixes->getPrefixExponent(p);
+      listed[py::str(names[static_cast<std::size_t>(p)])] = prefixes->getPrefixExponent(p);
     return listed;
   });
 }
