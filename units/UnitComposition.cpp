@@ -154,11 +154,16 @@ UnitComposition& UnitComposition::operator^=(int n) {
 double UnitComposition::getMultiplierForUnitCancelation(const UnitBase& a,
                                                         const UnitBase& b) const {
   if (a.sameAs(b)) return 1.0;
-  UnitComposition fromA(a), toB(b);
-  std::unique_ptr<UnitConverter> converter(
-      UnitConverterManager::Instance()->getQuantityUnitConverter(static_cast<int>(a.getPQIdx()),
-                                                                 &fromA, &toB));
-  return converter->getMultiplier();
+  // A unit over a unit of its own quantity is a difference: no offset applies.
+  double multiplier =
+      UnitConverterManager::Instance()
+          ->tableEntry(static_cast<int>(a.getPQIdx()), static_cast<int>(a.getUnitIdx()),
+                       static_cast<int>(b.getUnitIdx()))
+          .getMultiplier();
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  if (a.getPrefixIdx() != -1) multiplier *= prefixes->getPrefixMultiplier(a.getPrefixIdx());
+  if (b.getPrefixIdx() != -1) multiplier /= prefixes->getPrefixMultiplier(b.getPrefixIdx());
+  return multiplier;
 }
 
 bool UnitComposition::hasRepeats() const {
