@@ -4,6 +4,7 @@
 #include <memory>
 #include <sstream>
 
+#include "tests/support/ErrorCapture.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
 #include "units/UnitComposition.hpp"
@@ -208,9 +209,13 @@ TEST_F(Composition, QuantityWrittenInAUnitSystem) {
   system.setLengthType("centimeter");
   system.setTimeType("hour");
   EXPECT_EQ(UnitComposition(17, &system).getCompositionString(), "centimeter*gram/hour^2");
-  system.setLengthType("furlong");  // unknown: the quantity's first unit stands in
-  EXPECT_EQ(UnitComposition(12, &system).getCompositionString(), "gram/(hour^2*meter)");
   EXPECT_EQ(UnitComposition(36, &system).getCompositionString(), "dimensionless");
+  // A unit that the quantity does not know stands for none of its units.
+  system.setLengthType("furlong");
+  EXPECT_UNIT_ERROR(UnitComposition(12, &system), "Unit:NotFound",
+                    "Referenced unit 'furlong' does not exist.");
+  system.setLengthType("second");
+  EXPECT_UNIT_ERROR_ID(UnitComposition(12, &system), "CALVEX:badArgument");
 }
 
 TEST_F(Composition, DebugDump) {

@@ -55,29 +55,10 @@ UnitComposition::UnitComposition(int quantityIndex, const UnitSystemApi* system)
   const QuantityDimension* quantity =
       PhysicalQuantityManager::Instance()->getQuantityDimension(quantityIndex);
   if (quantity == nullptr) throw std::out_of_range("quantity index out of range");
-  const std::string* systemUnits[kBaseDimensionCount] = {
-      &system->getAmountType(),
-      &system->getMassType(),
-      &system->getLengthType(),
-      &system->getTimeType(),
-      &system->getTempType(),
-      &system->getCurrentType(),
-      &system->getLuminousIntensityType(),
-  };
   UnitManager* units = UnitManager::Instance();
   for (unsigned b = 0; b < kBaseDimensionCount; ++b) {
-    const std::string& name = *systemUnits[b];
-    int prefix = -1;
-    int unit;
-    if (units->isPrefixStringOnUnit(name)) {
-      prefix = getPrefixIdx(name);
-      unit = units->getUnitIndex(static_cast<int>(b),
-                                 UnitPrefixManager::Instance()->stripPrefixFromSingleUnit(name));
-    } else {
-      unit = units->getUnitIndex(static_cast<int>(b), name);
-    }
-    // A name that the quantity does not know stands for the quantity's first unit.
-    UnitBase base(b, static_cast<std::uint32_t>(std::max(unit, 0)), prefix);
+    if (quantity->at(b) == 0) continue;
+    UnitBase base = units->getSystemUnit(getBaseUnitOf(*system, b), static_cast<int>(b));
     updateThisWithUnitBase(quantity->at(b), base);
   }
 }

@@ -13,6 +13,7 @@
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
+#include "units/UnitSystem.hpp"
 #include "units/messages/UnitErrors.hpp"
 #include "units/udd/UDDObjectManager.hpp"
 
@@ -154,6 +155,8 @@ void UnitPrefixManager::unregisterPrefix(const std::string& name) {
         errors::PrefixBeingUsed,
         units->getQuantityUnitStrings2(user.first).at(static_cast<std::size_t>(user.second)));
   }
+  if (const UnitSystem* system = units->getSystemIfPrefixUsed(index))
+    raiseError(errors::PrefixBeingUsed, system->getUnitSystemName());
   Announcement announcement;
   announcement.offer(listeners_->unregistered, prefix);
   announcement.commit();
@@ -208,17 +211,22 @@ StringVector* UnitPrefixManager::getPrefixUnitStrings() const {
   return list.release();
 }
 
-// The walk is in byte-wise name order, not by length: a user prefix that is the
-// beginning of another prefix's name sorts first and wins. It stops at the first
-// match, since names carry at most one prefix.
+// The walk is in byte-wise name order. A prefix that begins another's name ("ki" and
+// "kilo") sorts first, but takes the text only when what it leaves is a unit: a new prefix
+// never changes what a text of a registered prefix and unit means.
 const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) const {
   if (text.empty()) return nullptr;
+  const UnitPrefix* longest = nullptr;
+  const UnitManager* units = nullptr;
   for (const auto& [name, prefix] : byName_) {
     // Names are in byte order: past the text's first byte, no name can begin it.
     if (static_cast<unsigned char>(name[0]) > static_cast<unsigned char>(text[0])) break;
-    if (beginsWith(text, name)) return prefix;
+    if (!beginsWith(text, name)) continue;
+    if (units == nullptr) units = UnitManager::Instance();
+    if (units->isUnitRegistered(text.substr(name.size()))) return prefix;
+    if (longest == nullptr || name.size() > longest->getName().size()) longest = prefix;
   }
-  return nullptr;
+  return longest;
 }
 
 std::string UnitPrefixManager::stripPrefixFromSingleUnit(const std::string& unitName) const {
