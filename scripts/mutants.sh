@@ -20,7 +20,7 @@ seed=${1:-1}
 sample=${2:-60}
 shift $(($# < 2 ? $# : 2))
 
-scripts/deps.sh python3 rsync
+scripts/deps.sh --tests python3 rsync
 work=build/mutants
 mkdir -p "$work"
 # Only files whose content changed are copied, with fresh times, so the incremental build sees them.

@@ -3,17 +3,20 @@
 #   scripts/test.sh             release build (build/release)
 #   scripts/test.sh --sanitize  AddressSanitizer + UndefinedBehaviorSanitizer, leak
 #                               checking on (build/sanitize)
+# TW_WERROR=ON in the environment makes every warning an error, as CI builds.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 flavour=release
-options=(-DCMAKE_BUILD_TYPE=Release -DTW_BUILD_BENCH=ON)
+options=(-DCMAKE_BUILD_TYPE=Release)
 if [ "${1:-}" = "--sanitize" ]; then
   flavour=sanitize
   options=(-DCMAKE_BUILD_TYPE=Debug -DTW_SANITIZE=ON)
 fi
+# Everything that has tests, whatever an earlier configuration of the build (the demo's) chose.
+options+=(-DTW_BUILD_TESTS=ON -DTW_BUILD_PYTHON=ON -DTW_BUILD_OCTAVE=ON "-DTW_WERROR=${TW_WERROR:-OFF}")
 
-scripts/deps.sh
+scripts/deps.sh --tests
 # GNU Octave, for the Octave package and its tests.
 scripts/deps.sh --no-recommends octave liboctave-dev
 cmake -S . -B "build/$flavour" "${options[@]}"
