@@ -535,6 +535,8 @@ int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definiti
   }
   if (utEqualWithinEps(definition->getMultiplier(), 0.0))
     raiseError(errors::ConversionFunctionZero);
+  requireFinite(definition->getMultiplier(), "multiplier");
+  requireFinite(definition->getOffset(), "offset");
   return checkForAlreadyRegisteredUnit(composition.get(), definition, quantity);
 }
 
