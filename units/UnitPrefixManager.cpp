@@ -4,6 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "host/ArgumentError.hpp"
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
@@ -101,15 +102,30 @@ bool UnitPrefixManager::verifyUnitPrefix(const UnitPrefix* prefix) const {
     if (registered->second->getExponent() == prefix->getExponent()) return true;
     raiseError(errors::PrefixDuplicateName, name);
   }
+  // A text that reads as another prefix and a unit keeps its meaning: the new prefix may
+  // not come first, in name order, where what it leaves is a unit too.
+  bool overlaps = false;
+  for (const auto& [other, unused] : byName_)
+    overlaps = overlaps || beginsWith(other, name) || beginsWith(name, other);
   UnitManager* units = UnitManager::Instance();
+  std::string changed;
   int quantityCount = PhysicalQuantityManager::Instance()->getNumQuantities();
   for (int q = 0; q < quantityCount; ++q) {
     std::unique_ptr<StringVector> unitNames(units->getQuantityUnitStrings(q));
     for (int u = 0; u < unitNames->size(); ++u) {
       std::string unitName = unitNames->elementAt(u);
       if (beginsWith(unitName, name)) raiseError(errors::PrefixUnitNameCollision, name, unitName);
+      if (!overlaps || !changed.empty()) continue;
+      const std::string text = name + unitName;
+      const UnitPrefix* current = findLeadingPrefix(text);
+      if (current != nullptr && name < current->getName() &&
+          units->isUnitRegistered(text.substr(current->getName().size()))) {
+        changed = text;
+      }
     }
   }
+  if (!changed.empty())
+    raiseArgumentError("prefix '" + name + "'", "must not change what '" + changed + "' means");
   return false;
 }
 
