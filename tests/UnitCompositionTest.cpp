@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
 #include "units/UnitComposition.hpp"
@@ -176,7 +177,7 @@ TEST_F(Composition, CancellationFoldsTheRatioIntoTheMultiplier) {
   }
 }
 
-TEST_F(Composition, QuantityIndexIsCachedUntilMarkedStale) {
+PRISTINE_TEST_F(Composition, QuantityIndexIsCachedUntilMarkedStale) {
   UnitComposition force = parse("kilogram*meter/second^2");
   EXPECT_EQ(force.getCombinedUnitsQuantityType(), 17);
   UnitComposition odd = parse("meter^5");

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -18,7 +19,7 @@ class UnitSystems : public testing::Test {
   UnitSystemManager* systems = UnitSystemManager::Instance();
 };
 
-TEST_F(UnitSystems, BuiltinMKS) {
+PRISTINE_TEST_F(UnitSystems, BuiltinMKS) {
   ASSERT_EQ(systems->getUnitSystems().size(), 1u);
   const UnitSystemApi* mks = systems->getUnitSystemApi("MKS");
   EXPECT_EQ(mks->getMassType(), "kilogram");
@@ -39,7 +40,7 @@ std::unique_ptr<UnitSystem> mksWith(const char* name, void (UnitSystem::*set)(co
   return system;
 }
 
-TEST_F(UnitSystems, RegistrationChecksNameThenDuplicatesThenEveryUnit) {
+PRISTINE_TEST_F(UnitSystems, RegistrationChecksNameThenDuplicatesThenEveryUnit) {
   struct Case {
     std::unique_ptr<UnitSystem> system;
     const char* identifier;
@@ -67,7 +68,7 @@ TEST_F(UnitSystems, RegistrationChecksNameThenDuplicatesThenEveryUnit) {
   EXPECT_EQ(systems->getUnitSystemApi("cgs")->getLengthType(), "centimeter");
 }
 
-TEST_F(UnitSystems, UnitsAndPrefixesThatASystemNamesStay) {
+PRISTINE_TEST_F(UnitSystems, UnitsAndPrefixesThatASystemNamesStay) {
   UnitManager* units = UnitManager::Instance();
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
@@ -85,7 +86,7 @@ TEST_F(UnitSystems, UnitsAndPrefixesThatASystemNamesStay) {
   prefixes->unregisterPrefix("myria");
 }
 
-TEST_F(UnitSystems, RemovalIsByNameAndNothingProtectsMKS) {
+PRISTINE_TEST_F(UnitSystems, RemovalIsByNameAndNothingProtectsMKS) {
   systems->registerUnitSystem(mksWith("cgs", &UnitSystem::setLengthType, "centimeter").release());
   systems->unregisterUnitSystem("MKS");
   EXPECT_UNIT_ERROR(systems->unregisterUnitSystem("MKS"), "Unit:SystemNotRegistered",
@@ -94,7 +95,7 @@ TEST_F(UnitSystems, RemovalIsByNameAndNothingProtectsMKS) {
   EXPECT_EQ(systems->getUnitSystems()[0]->getUnitSystemName(), "cgs");
 }
 
-TEST_F(UnitSystems, CreatedSystemsAreEmptyAndCopiesIndependent) {
+PRISTINE_TEST_F(UnitSystems, CreatedSystemsAreEmptyAndCopiesIndependent) {
   std::unique_ptr<UnitSystemApi> created(systems->createUnitSystemApi());
   for (const std::string* field :
        {&created->getUnitSystemName(), &created->getMassType(), &created->getAmountType(),
@@ -108,7 +109,7 @@ TEST_F(UnitSystems, CreatedSystemsAreEmptyAndCopiesIndependent) {
   EXPECT_EQ(copy->getTimeType(), " hour ") << "setters store the text untouched";
 }
 
-TEST_F(UnitSystems, CompositionsWrittenInASystem) {
+PRISTINE_TEST_F(UnitSystems, CompositionsWrittenInASystem) {
   UnitManager* units = UnitManager::Instance();
   std::pair<double, double> factor{0, 0};
   std::unique_ptr<UnitComposition> newton(
