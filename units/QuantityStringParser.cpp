@@ -47,12 +47,13 @@ bool readInteger(const std::string& token, std::int32_t& value) {
 }
 
 // The host parser reads a C string: a NUL would end the text early.
-void requireNoNul(const std::string& composition, UnitError failure) {
+void requireNoNul(const std::string& composition, const UnitErrorOf<>& failure) {
   if (composition.find('\0') != std::string::npos) raiseError(failure);
 }
 
 // Runs the host parser; its syntax error is freed and reported as `failure`.
-std::vector<std::string> postfixTokens(const std::string& composition, UnitError failure) {
+std::vector<std::string> postfixTokens(const std::string& composition,
+                                       const UnitErrorOf<>& failure) {
   requireNoNul(composition, failure);
   CParseTree tree(composition.c_str());
   try {
@@ -85,7 +86,7 @@ long long unitCount(const Term& term) {
 }
 
 template <typename T>
-std::unique_ptr<T> popOrFail(std::vector<std::unique_ptr<T>>& stack, UnitError failure) {
+std::unique_ptr<T> popOrFail(std::vector<std::unique_ptr<T>>& stack, const UnitErrorOf<>& failure) {
   if (stack.empty()) raiseError(failure);
   std::unique_ptr<T> top = std::move(stack.back());
   stack.pop_back();
