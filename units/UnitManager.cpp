@@ -409,15 +409,11 @@ const UnitComposition* UnitManager::getCachedComposition(const std::string& text
 }
 
 UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
-  CompositionCache::Found found = cache_.lookup(text);
+  std::vector<std::string> named;
+  CompositionCache::Found found = cache_.findOrInsert(
+      text, [&] { return QuantityStringParser::Instance()->parseUnitComposition(text, &named); });
   UnitComposition* composition = found.composition;
-  if (composition == nullptr) {
-    std::vector<std::string> named;
-    std::unique_ptr<UnitComposition> parsed(
-        QuantityStringParser::Instance()->createUnitCompFromString(text, &named));
-    composition = cache_.insert(text, std::move(parsed));
-    if (!named.empty()) noteTextNames(text, named);
-  }
+  if (!named.empty()) noteTextNames(text, named);
   // A registered unit's name has an entry that knows the unit.
   if (found.unit != nullptr && !found.unit->getLibraryVisible()) warnOfDeprecatedUnit(text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
@@ -469,11 +465,11 @@ int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definiti
   // parsed without caching it, so that a refused registration leaves no trace.
   const QuantityStringParser* parser = QuantityStringParser::Instance();
   const UnitComposition* cached = cache_.find(definition->getCompositionString());
-  std::unique_ptr<UnitComposition> composition(
-      cached != nullptr ? new UnitComposition(*cached)
-                        : parser->createUnitCompFromString(definition->getCompositionString()));
-  composition->setMultiplier(composition->getMultiplier() * definition->getMultiplier());
-  int quantity = composition->getCombinedUnitsQuantityType();
+  UnitComposition composition =
+      cached != nullptr ? UnitComposition(*cached)
+                        : parser->parseUnitComposition(definition->getCompositionString());
+  composition.setMultiplier(composition.getMultiplier() * definition->getMultiplier());
+  int quantity = composition.getCombinedUnitsQuantityType();
   if (parser->doesStringContainUnit(definition->getCompositionString(), name)) {
     raiseError(errors::SelfReferenceInComposition);
   }
@@ -482,7 +478,7 @@ int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definiti
   }
   if (utEqualWithinEps(definition->getMultiplier(), 0.0))
     raiseError(errors::ConversionFunctionZero);
-  return checkForAlreadyRegisteredUnit(composition.get(), definition, quantity);
+  return checkForAlreadyRegisteredUnit(&composition, definition, quantity);
 }
 
 int UnitManager::checkForPrefixInRegisteringUnitName(
@@ -689,16 +685,22 @@ void UnitManager::forgetNames(const std::string& name, const std::string& compos
   }
 }
 
+bool UnitManager::namesPrefix(std::string_view text, const std::string& prefixName) const {
+  // A unit's name is no text that carries a prefix; most texts do not write the name.
+  if (text.find(prefixName) == std::string_view::npos) return false;
+  std::string written(text);
+  return places_.count(written) == 0 &&
+         QuantityStringParser::Instance()->doesStringContainPrefix(written, prefixName);
+}
+
 void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   int prefixIndex = prefixes_->getPrefixIndex(prefix->getName());
   UnitAddress user = getUnitIfPrefixUsedInComposition(prefixIndex);
   if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
   // A cached text that wrote the prefix is stale even where the prefix went into its
   // multiplier ("myriahertz": hertz has no unit to carry it).
-  const QuantityStringParser* parser = QuantityStringParser::Instance();
-  cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
-    return composition.containsPrefix(prefixIndex) ||
-           (places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName()));
+  cache_.eraseIf([&](std::string_view text, const UnitComposition& composition) {
+    return composition.containsPrefix(prefixIndex) || namesPrefix(text, prefix->getName());
   });
   // Later prefixes are about to move down one index; compositions follow them.
   auto shifted = [prefixIndex](UnitComposition& composition) {
@@ -713,9 +715,8 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
 void UnitManager::notifyPrefixAdded(const UnitPrefixApi* prefix) {
   // The first prefix in name order is the one stripped: a new prefix that begins a longer
   // one's name ("my" before "myria") reads "myriameter" anew, as "my" and "riameter".
-  const QuantityStringParser* parser = QuantityStringParser::Instance();
-  cache_.eraseIf([&](const std::string& text, const UnitComposition&) {
-    return places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName());
+  cache_.eraseIf([&](std::string_view text, const UnitComposition&) {
+    return namesPrefix(text, prefix->getName());
   });
 }
 

@@ -26,6 +26,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -147,7 +148,7 @@ class UnitManager {
   }
   // The cache's entry for the text; its mark says that the text is a user unit's name
   // or names one.
-  CompositionCache::Found findCached(const std::string& text) const { return cache_.lookup(text); }
+  CompositionCache::Found findCached(std::string_view text) const { return cache_.lookup(text); }
 
   // ---- Changes.
   // Registers, redefines or ignores the definition. The registry owns it afterwards,
@@ -207,6 +208,8 @@ class UnitManager {
   void appendQuantityLists();
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
   void markCompositionsStale();
+  // Whether a cached text that is no unit's name writes the prefix.
+  bool namesPrefix(std::string_view text, const std::string& prefixName) const;
   std::string unitName(int quantity, int index) const;
   bool isUserUnit(const std::string& name) const;
   // The user units whose names the text writes, prefixes stripped.

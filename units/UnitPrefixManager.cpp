@@ -33,7 +33,7 @@ constexpr BuiltinPrefix kBuiltinPrefixes[] = {
 };
 static_assert(std::size(kBuiltinPrefixes) == UnitPrefixManager::kBuiltinPrefixCount);
 
-bool beginsWith(const std::string& text, const std::string& start) {
+bool beginsWith(std::string_view text, std::string_view start) {
   return text.size() >= start.size() && text.compare(0, start.size(), start) == 0;
 }
 
@@ -195,7 +195,7 @@ StringVector* UnitPrefixManager::getPrefixUnitStrings() const {
 // The walk is in byte-wise name order, not by length: a user prefix that is the
 // beginning of another prefix's name sorts first and wins. It stops at the first
 // match, since names carry at most one prefix.
-const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) const {
+const UnitPrefix* UnitPrefixManager::findLeadingPrefix(std::string_view text) const {
   if (text.empty()) return nullptr;
   for (const auto& [name, prefix] : byName_) {
     // Names are in byte order: past the text's first byte, no name can begin it.

@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "units/UnitPrefix.hpp"
@@ -77,6 +78,8 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
   StringVector* getPrefixUnitStrings() const;
   // The unit name without a leading registered prefix, or unchanged.
   std::string stripPrefixFromSingleUnit(const std::string& unitName) const;
+  // The first prefix, in name order, whose name begins the text; or null.
+  const UnitPrefix* findLeadingPrefix(std::string_view text) const;
 
  private:
   UnitPrefixManager();
@@ -88,8 +91,6 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
   };
 
   void attachChangeGuard(UnitPrefix* prefix);
-  // The first prefix, in name order, whose name begins the text; or null.
-  const UnitPrefix* findLeadingPrefix(const std::string& text) const;
 
   std::vector<std::unique_ptr<UnitPrefix>> prefixes_;
   std::vector<std::string> names_;
