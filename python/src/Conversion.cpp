@@ -13,6 +13,7 @@
 #include "python/src/Border.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitConverter.hpp"
+#include "units/UnitConverterManager.hpp"
 #include "units/UnitConverterManagerApi.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitSystemManagerApi.hpp"
@@ -83,10 +84,9 @@ py::object apply(const Value& value, const UnitConverter& converter) {
   return convertArray<double>(array, converter);
 }
 
+// By value, and without heap allocation once the two texts have been converted before.
 UnitConverter converterBetween(const std::string& from, const std::string& to) {
-  std::unique_ptr<UnitConverterApi> converter(
-      UnitManager::Instance()->getUnitConverterManagerApi()->getQuantityUnitConverterApi(from, to));
-  return UnitConverter(converter->getMultiplier(), converter->getOffset());
+  return TwUnits::UnitConverterManager::Instance()->getConverter(from, to);
 }
 
 // A prepared conversion between two texts: the factors are taken once, when it is made.
@@ -130,8 +130,13 @@ Converter express(const std::string& text, const std::string& system) {
 void bindConversion(py::module_& module) {
   module.def(
       "convert",
-      [](const py::object& value, const std::string& from, const std::string& to) {
+      [](const py::object& value, const std::string& from, const std::string& to) -> py::object {
         Value read = readValue(value);
+        if (read.isNumber) {
+          return py::float_(callLibrary(Access::Changes, [&] {
+            return UnitManager::Instance()->convert(read.number, from, to);
+          }));
+        }
         return apply(read,
                      callLibrary(Access::Changes, [&] { return converterBetween(from, to); }));
       },
