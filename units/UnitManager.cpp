@@ -1,6 +1,7 @@
 #include "units/UnitManager.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <boost/bind/bind.hpp>
 #include <cmath>
 #include <cstring>
@@ -42,10 +43,16 @@ auto& at(List& lists, int index) {
 }  // namespace
 
 UnitManager* UnitManager::Instance() {
+  static std::atomic<UnitManager*> ready{nullptr};
+  if (UnitManager* done = ready.load(std::memory_order_acquire)) return done;
+  // The set-up runs under the lock: other threads wait for its end, while calls that it
+  // makes itself get the registry being set up.
+  RegistryLock::Hold hold;
   static UnitManager* instance = nullptr;
   if (instance == nullptr) {
     instance = new UnitManager();
     instance->setup();
+    ready.store(instance, std::memory_order_release);
   }
   return instance;
 }
@@ -409,6 +416,7 @@ const UnitComposition* UnitManager::getCachedComposition(const std::string& text
 }
 
 UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
+  RegistryLock::Hold hold;
   std::vector<std::string> named;
   CompositionCache::Found found = cache_.findOrInsert(
       text, [&] { return QuantityStringParser::Instance()->parseUnitComposition(text, &named); });
@@ -427,11 +435,13 @@ bool UnitManager::errForInvalidUnitComposition(const std::string& text) {
 }
 
 int UnitManager::getQuantityIdxFromCompositionString(const std::string& text) {
+  RegistryLock::Hold hold;
   return verifyUnitCompositionString(text)->getCombinedUnitsQuantityType();
 }
 
 const QuantityDimensionApi* UnitManager::getQuantityDimensionFromComposition(
     const std::string& text) {
+  RegistryLock::Hold hold;
   try {
     return quantities_->getQuantityDimensionApi(getQuantityIdxFromCompositionString(text));
   } catch (Exception* raised) {
@@ -442,6 +452,7 @@ const QuantityDimensionApi* UnitManager::getQuantityDimensionFromComposition(
 }
 
 void UnitManager::validateTimeUnits(const std::string& text) {
+  RegistryLock::Hold hold;
   if (text.empty()) raiseError(errors::EmptyTimeUnits);
   int quantity = -1;
   try {
@@ -530,8 +541,7 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   own->setMultiplier(own->getMultiplier() * definition->getMultiplier());
   UnitComposition* ownInCache = nullptr;
   if (!cache_.contains(name)) {
-    ownInCache = own.get();
-    cache_.insert(name, std::move(own));
+    ownInCache = cache_.insert(name, std::move(own));
   }
   // From here on the name resolves through the cache.
   if (code == NOTHING_TO_REGISTER) {
@@ -612,6 +622,7 @@ void UnitManager::unregisterUnitForUnitRegistration(const UnitRepresentationApi*
 
 void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
                                    UnitRepresentationApi::UNIT_REP_PROPERTY) {
+  RegistryLock::Hold hold;
   int quantity = getUnitPhysicalQuantityType(definition->getName());
   int index = getUnitIndex(quantity, definition->getName());
   if (isUnitBuiltin(quantity, index)) raiseError(errors::CannotUnregisterBuiltin);
@@ -794,6 +805,7 @@ double UnitManager::convert(double value, const std::string& from, const std::st
 UnitComposition* UnitManager::createUnitCompApiForUnitSystem(
     const std::string& composition, const UnitSystemApi* system,
     std::pair<double, double>& multiplierAndOffset) const {
+  RegistryLock::Hold hold;
   std::unique_ptr<UnitComposition> parsed(
       QuantityStringParser::Instance()->createUnitCompFromString(composition));
   int quantity = parsed->getCombinedUnitsQuantityType();
