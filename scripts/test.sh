@@ -3,8 +3,22 @@
 #   scripts/test.sh             release build (build/release)
 #   scripts/test.sh --sanitize  AddressSanitizer + UndefinedBehaviorSanitizer, leak
 #                               checking on (build/sanitize)
+#   scripts/test.sh --tsan      ThreadSanitizer (build/tsan): the library and its tests,
+#                               running the threads' stress test for TW_STRESS_SECONDS
+#                               (default 20)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+
+if [ "${1:-}" = "--tsan" ]; then
+  scripts/deps.sh
+  cmake -S . -B build/tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTW_TSAN=ON -DTW_BUILD_PYTHON=OFF \
+    -DTW_BUILD_OCTAVE=OFF
+  cmake --build build/tsan -j "$(nproc)" --target units_tests
+  export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1"
+  TW_STRESS_SECONDS="${TW_STRESS_SECONDS:-20}" build/tsan/tests/units_tests \
+    --gtest_filter='RegistryThreads.*'
+  exit
+fi
 
 flavour=release
 options=(-DCMAKE_BUILD_TYPE=Release -DTW_BUILD_BENCH=ON)

@@ -4,6 +4,10 @@
 // The process-wide registry of physical quantities: 37 built-in quantities, then the
 // quantities that users and the unit registry register at run time.
 //
+// Threads: registering and removing a quantity hold the registries' lock, so they may
+// run while other threads convert, verify and parse; the queries read without it
+// (units/RegistryLock.hpp).
+//
 // Example:
 //   PhysicalQuantityManager* registry = PhysicalQuantityManager::Instance();
 //   int exps[7] = {0, 0, 1, -1, 0, 0, 0};

@@ -14,6 +14,7 @@
 #include "host/Numeric.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityDimension.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -166,6 +167,7 @@ UnitComposition* QuantityStringParser::createUnitCompFromString(
 
 UnitComposition QuantityStringParser::parseUnitComposition(
     const std::string& composition, std::vector<std::string>* namedUserUnits) const {
+  RegistryLock::Hold hold;
   if (isstrnumeric(composition.c_str())) raiseError(errors::UnitCompositionNumeric);
   std::vector<std::string_view> tokens = std::move(keptTokens());
   try {
@@ -295,6 +297,7 @@ void QuantityStringParser::handlePlusMinusOnUnitComp(UnitStack&) const {
 
 QuantityDimension* QuantityStringParser::createQuantityDimensionFromString(
     const std::string& composition) const {
+  RegistryLock::Hold hold;
   std::vector<std::string> tokens = postfixTokens(composition, errors::BadQuantityParse);
   QuantityStack stack;
   std::string previous;
@@ -394,6 +397,7 @@ bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
   // Every token is written in the text, and a unit name ends a token: a name that is
   // nowhere in the text needs no parse. Registry scans ask this of every definition.
   if (composition.find(unitName) == std::string::npos) return false;
+  RegistryLock::Hold hold;
   std::vector<std::string> names = getUnitNamesInString(composition);
   return std::find(names.begin(), names.end(), unitName) != names.end();
 }
@@ -414,6 +418,7 @@ std::vector<std::string> QuantityStringParser::getUnitNamesInString(
 bool QuantityStringParser::doesStringContainPrefix(const std::string& composition,
                                                    const std::string& prefixName) const {
   if (composition.find(prefixName) == std::string::npos) return false;
+  RegistryLock::Hold hold;
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   for (std::string_view token : tokensOf(composition)) {
     const UnitPrefix* prefix = prefixes->findLeadingPrefix(token);
@@ -624,6 +629,7 @@ std::vector<std::pair<UnitBase, int>> groupsOf(const TermUnits& units) {
 
 QuantityStringParser::Makeup QuantityStringParser::getUnitMakeupAndExponentsFromString(
     const std::string& composition) const {
+  RegistryLock::Hold hold;
   const HandlerTable& handlers = handlerTable();
   CParseTree tree(composition.c_str());
   tree.init(false);  // the host's syntax error reaches the caller unchanged
@@ -672,6 +678,7 @@ QuantityStringParser::Makeup QuantityStringParser::getUnitMakeupAndExponentsFrom
 std::pair<std::string, std::string>
 QuantityStringParser::splitNumeratorAndDenomintorFromUnitComposition(
     const std::string& composition) const {
+  RegistryLock::Hold hold;
   Makeup makeup = getUnitMakeupAndExponentsFromString(composition);
   std::string numerator, denominator;
   for (std::size_t i = 0; i < makeup.first.size(); ++i) {

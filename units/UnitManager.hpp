@@ -15,6 +15,12 @@
 // finds what names a user unit through an index instead of a scan: registering, and
 // removing, a unit costs O(1) but for the removal's shift of the later indexes, O(n).
 //
+// Threads: any number of threads may convert, verify and parse (convert,
+// verifyUnitCompositionString and the calls built on it) while others register or
+// remove units; each such call sees the registries before or after a change, never
+// during one. The queries, and what the registry hands out of itself, are read without
+// the lock (units/RegistryLock.hpp has the whole contract).
+//
 // Example:
 //   UnitManager* units = UnitManager::Instance();
 //   units->convert(1.0, "mile", "meter");                  // 1609.344

@@ -4,6 +4,10 @@
 // The process-wide registry of unit prefixes. A prefix's position in the registry is
 // its prefix index, by which compositions refer to it.
 //
+// Threads: registering and removing a prefix hold the registries' lock, so they may run
+// while other threads convert, verify and parse; the queries read without it
+// (units/RegistryLock.hpp).
+//
 // Example:
 //   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
 //   prefixes->getPrefixIndex("kilo");            // 3

@@ -1,6 +1,7 @@
 #include "units/UnitSystemManager.hpp"
 
 #include "host/StringUtils.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/messages/UnitErrors.hpp"
 
 namespace TwUnits {
@@ -50,6 +51,7 @@ const UnitSystemApi* UnitSystemManager::getUnitSystemApi(const std::string& name
 }
 
 void UnitSystemManager::registerUnitSystem(UnitSystem* system) {
+  RegistryLock::Change change;
   const std::string& name = system->getUnitSystemName();
   if (!isValidCALVEXIdentifier(name)) raiseError(errors::SystemNameInvalid);
   for (const auto& registered : *systems_) {
@@ -59,6 +61,7 @@ void UnitSystemManager::registerUnitSystem(UnitSystem* system) {
 }
 
 void UnitSystemManager::unregisterUnitSystem(const std::string& name) {
+  RegistryLock::Change change;
   auto kept = std::make_unique<std::vector<std::unique_ptr<UnitSystem>>>();
   bool removed = false;
   for (auto& system : *systems_) {
