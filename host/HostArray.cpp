@@ -40,9 +40,12 @@ HostArray* HostArray::createDoubleScalar(double value) {
 
 HostArray* HostArray::createString(const char* text) {
   if (text == nullptr) return new HostArray(ClassId::Char, {0, 0});
-  std::size_t length = std::strlen(text);
-  HostArray* array = new HostArray(ClassId::Char, {1, length});
-  std::copy(text, text + length, array->chars_.begin());
+  return createString(std::string(text));
+}
+
+HostArray* HostArray::createString(const std::string& text) {
+  HostArray* array = new HostArray(ClassId::Char, {1, text.size()});
+  std::copy(text.begin(), text.end(), array->chars_.begin());
   return array;
 }
 

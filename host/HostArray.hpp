@@ -28,6 +28,8 @@ class HostArray {
   static HostArray* createDoubleScalar(double value);
   // A 1-by-n char row of the text; a null text gives a 0-by-0 char array.
   static HostArray* createString(const char* text);
+  // A 1-by-n char row of every byte of the text, NUL bytes included.
+  static HostArray* createString(const std::string& text);
   // One row per string (null reads as ""), shorter rows padded with blanks.
   static HostArray* createCharMatrixFromStrings(std::size_t count, const char* const* strings);
   // All false. Fewer than two dimensions are completed with 1s.

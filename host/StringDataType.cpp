@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "host/ArgumentError.hpp"
 #include "host/HostArray.hpp"
 
 namespace {
@@ -40,6 +41,8 @@ bool StringDataType::acceptsHostValue(const HostArray* value) const {
 void* StringDataType::fromHostValue(const HostArray* value) const {
   if (isNullText(value)) return nullptr;
   std::string text = value->getString();
+  // The native value is a C string: a NUL would cut the text short.
+  if (text.find('\0') != std::string::npos) raiseArgumentError("text", "must not hold a NUL byte");
   char* copy = new char[text.size() + 1];
   std::memcpy(copy, text.c_str(), text.size() + 1);
   return copy;

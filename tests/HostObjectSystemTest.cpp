@@ -671,6 +671,13 @@ TEST(HostDataTypes, NullNativeValuesShowAsEmptyArrays) {
   }
 }
 
+TEST(HostDataTypes, ATextWithANulByteIsRefusedNotCut) {
+  HostArrayPtr withNul(HostArray::createString(std::string("ab\0cd", 5)));
+  EXPECT_EQ(withNul->getN(), 5u);
+  EXPECT_UNIT_ERROR(typeNamed("string")->fromHostValue(withNul.get()), "CALVEX:badArgument",
+                    "The text must not hold a NUL byte.");
+}
+
 TEST(HostDataTypes, EqualityOfNativeValues) {
   double one = 1, nan = std::nan(""), alsoNan = std::nan("");
   unsigned char yes = 1, alsoYes = 1, no = 0;

@@ -65,6 +65,11 @@ TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecides) {
        {0, 0, 5, 0, 0, 0, 0},
        "Unit:QuantityNameInvalid",
        "Error registering physical quantity. See help for valid names."},
+      // an identifier, but a number in a quantity composition
+      {"NaN",
+       {0, 0, 5, 0, 0, 0, 0},
+       "Unit:QuantityNameInvalid",
+       "Error registering physical quantity. See help for valid names."},
       {"velocity2",
        {0, 0, 1, -1, 0, 0, 0},
        "Unit:QuantityDuplicateDimensions",
@@ -157,13 +162,14 @@ TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnno
   EXPECT_EQ(heard, (std::vector<std::string>{"xa_rate", "xb", "xa"}));
 }
 
-TEST_F(PhysicalQuantityRegistry, ListenerRefusalStopsTheRemoval) {
+TEST_F(PhysicalQuantityRegistry, ListenersAfterTheUnitRegistryCannotRefuseARemoval) {
   add("x", {0, 0, 7, 0, 0, 0, 0});
   registry->addPhysicalQuantityUnregisteredListener([](const QuantityDimensionApi*, unsigned long) {
     throw new ErrorIdException("Test:Refused", "no");
   });
   EXPECT_UNIT_ERROR_ID(registry->unregisterPhysicalQuantity("x"), "Test:Refused");
-  EXPECT_EQ(registry->getQuantityIdx(std::string("x")), 37);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("x")), -1);
+  EXPECT_EQ(UnitManager::Instance()->getNumQuantityLists(), registry->getNumQuantities());
 }
 
 TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhenRegistrationFails) {

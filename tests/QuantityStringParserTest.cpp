@@ -41,7 +41,7 @@ TEST_F(Parser, TokenKinds) {
 
 TEST_F(Parser, EveryUnitCompositionError) {
   struct Case {
-    const char* text;
+    std::string text;
     const char* identifier;
   } cases[] = {
       {"5", "Unit:UnitCompositionNumeric"},
@@ -49,8 +49,11 @@ TEST_F(Parser, EveryUnitCompositionError) {
       {"meter*", "Unit:BadUnitCompositionParse"},
       {"", "Unit:BadUnitCompositionParse"},
       {"(meter", "Unit:BadUnitCompositionParse"},
+      {std::string("meter\0junk", 10), "Unit:BadUnitCompositionParse"},
       {"meter*2", "Unit:InvalidCompositionMathMult"},
       {"2*meter", "Unit:InvalidCompositionMathMult"},
+      {"2147483647*meter", "Unit:InvalidCompositionMathMult"},
+      {"meter/2147483647", "Unit:InvalidCompositionMathDiv"},
       {"2/second", "Unit:InvalidCompositionMathDiv"},
       {"meter/2", "Unit:InvalidCompositionMathDiv"},
       {"meter^2.5", "Unit:IntegersOnlyInComposition"},

@@ -4,7 +4,10 @@
 // step the names, indexes and counts of the registries must match the model, the units must
 // convert to their quantity's SI composition by the model's factors and to each other and
 // back, a refused operation must change nothing, and every change must reach our listeners
-// and the change-event queue exactly once.
+// and the change-event queue exactly once. Now and then the first of our listeners called
+// raises (which refuses a removal it may refuse, and otherwise reaches the caller after the
+// change), asks for a change (which must be refused) or adds listeners (which must not hear
+// the change that added them).
 //
 // Each seed is a test of its own, run in a process of its own (the registries never reset).
 // TW_MODEL_SEEDS and TW_MODEL_STEPS raise the 6 seeds of 200 steps; scripts/model.sh runs
@@ -23,10 +26,12 @@
 #include <optional>
 #include <random>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "host/ErrorIdException.hpp"
 #include "host/JavaBridge.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
@@ -278,20 +283,24 @@ class RegistryModel : public testing::TestWithParam<int> {
     quantities = PhysicalQuantityManager::Instance();
     prefixes = UnitPrefixManager::Instance();
     systems = UnitSystemManager::Instance();
-    units->addUnitRegisteredListener(
-        [this](const UnitRepresentationApi* u) { heard.push_back("+" + u->getName()); });
-    units->addUnitUnregisteredListener(
-        [this](const UnitRepresentationApi* u) { heard.push_back("-" + u->getName()); });
-    prefixes->addUnitPrefixRegisteredListener(
-        [this](const UnitPrefixApi* p) { heard.push_back("+prefix " + p->getName()); });
-    prefixes->addUnitPrefixUnregisteredListener(
-        [this](const UnitPrefixApi* p) { heard.push_back("-prefix " + p->getName()); });
+    units->addUnitRegisteredListener([this](const UnitRepresentationApi* u) {
+      hear("+" + u->getName(), [&] { units->unregisterUnit(u->getName()); });
+    });
+    units->addUnitUnregisteredListener([this](const UnitRepresentationApi* u) {
+      hear("-" + u->getName(), [&] { units->unregisterUnit(u->getName()); });
+    });
+    prefixes->addUnitPrefixRegisteredListener([this](const UnitPrefixApi* p) {
+      hear("+prefix " + p->getName(), [&] { prefixes->unregisterPrefix(p->getName()); });
+    });
+    prefixes->addUnitPrefixUnregisteredListener([this](const UnitPrefixApi* p) {
+      hear("-prefix " + p->getName(), [&] { prefixes->unregisterPrefix(p->getName()); });
+    });
     quantities->addPhysicalQuantityRegisteredListener([this](const QuantityDimensionApi* q) {
-      heard.push_back(std::string("+quantity ") + q->getName());
+      hear(std::string("+quantity ") + q->getName(), [&] { registerInside(); });
     });
     quantities->addPhysicalQuantityUnregisteredListener(
         [this](const QuantityDimensionApi* q, unsigned long) {
-          heard.push_back(std::string("-quantity ") + q->getName());
+          hear(std::string("-quantity ") + q->getName(), [&] { registerInside(); });
         });
     readBuiltins();
     rng.seed(static_cast<std::mt19937::result_type>(GetParam()));
@@ -362,6 +371,50 @@ class RegistryModel : public testing::TestWithParam<int> {
     return names;
   }
 
+  // ---------------------------------------------------------------- listeners that act
+
+  // What the first of our listeners called in a step does, besides listening.
+  enum class Act { kListen, kRaise, kChangeInside, kAddListener };
+
+  void hear(const std::string& what, const std::function<void()>& changeInside) {
+    heard.push_back(what);
+    const Act now = act;
+    act = Act::kListen;
+    switch (now) {
+      case Act::kRaise:
+        throw new ErrorIdException("Model:ListenerError", "A listener raised.");
+      case Act::kChangeInside:
+        // Refused while the change is announced; the registries stay as the model says.
+        try {
+          changeInside();
+        } catch (const std::logic_error&) {
+          refusedInside = true;
+        }
+        break;
+      case Act::kAddListener: {
+        // Called from the next change on, never for the one that added it.
+        const std::size_t step = steps.size();
+        auto check = [this, what, step](const std::string& change) {
+          EXPECT_FALSE(steps.size() == step && change == what)
+              << "a listener heard the change that added it";
+        };
+        units->addUnitRegisteredListener(
+            [check](const UnitRepresentationApi* u) { check("+" + u->getName()); });
+        units->addUnitUnregisteredListener(
+            [check](const UnitRepresentationApi* u) { check("-" + u->getName()); });
+        break;
+      }
+      case Act::kListen:
+        break;
+    }
+  }
+
+  // A unit registration asked for inside a listener.
+  void registerInside() {
+    UnitRepresentation definition("inside", "meter", 2.0, 0.0, true);
+    units->registerUnit(&definition);
+  }
+
   // ---------------------------------------------------------------- running a step
 
   struct Expected {
@@ -374,8 +427,17 @@ class RegistryModel : public testing::TestWithParam<int> {
   };
 
   void run(const std::string& description, const std::function<void()>& operation,
-           const Expected& expected) {
-    steps.push_back(description);
+           Expected expected) {
+    static const char* const kActs[] = {"", " (a listener raises)",
+                                        " (a listener changes the registries)",
+                                        " (a listener adds listeners)"};
+    const Act acting = act;
+    const bool told = !expected.heard.empty();
+    const bool refusal = expected.error.has_value();
+    // Where a listener cannot refuse, the change is carried out, then its error is raised.
+    if (acting == Act::kRaise && told && !refusal) expected.error = "Model:ListenerError";
+    refusedInside = false;
+    steps.push_back(description + kActs[static_cast<int>(acting)]);
     RegistrySnapshot before = RegistrySnapshot::take();
     hostClearJavaEventQueue();
     heard.clear();
@@ -392,8 +454,11 @@ class RegistryModel : public testing::TestWithParam<int> {
     } else if (error) {
       ADD_FAILURE() << "refused: " << error->identifier << ": " << error->message;
     }
-    if (expected.error || expected.unchanged) {
+    if (refusal || expected.unchanged) {
       EXPECT_EQ(RegistrySnapshot::take(), before) << "a refused or empty operation changed them";
+    }
+    if (acting == Act::kChangeInside && told) {
+      EXPECT_TRUE(refusedInside) << "a change asked for inside a listener was not refused";
     }
     Events events;
     for (const JavaEvent& event : hostJavaEventQueue()) events.emplace_back(event.name, event.type);
@@ -403,6 +468,16 @@ class RegistryModel : public testing::TestWithParam<int> {
     for (std::size_t w = warningsBefore; w < warnings.identifiers().size(); ++w)
       redefinitions += warnings.identifiers()[w] == "Unit:Redefining";
     EXPECT_EQ(redefinitions, expected.redefinitionWarnings) << "Unit:Redefining warnings";
+  }
+
+  // Whether the first of our listeners refuses the removal it hears of: then nothing
+  // changes, and only the listeners called before it (the change-event sender) heard of it.
+  bool listenerRefuses(Expected& expected) const {
+    if (act != Act::kRaise) return false;
+    expected.error = "Model:ListenerError";
+    expected.events.resize(1);
+    expected.heard.resize(1);
+    return true;
   }
 
   static Expected refusal(const std::string& identifier, const std::string& messagePart = "") {
@@ -424,12 +499,26 @@ class RegistryModel : public testing::TestWithParam<int> {
     }
   };
 
-  // The registry owns the definition when it keeps it.
+  // The registry owns what it keeps, also when a listener's error follows the registration.
+  template <typename T>
+  static void handOver(std::unique_ptr<T>& object, const std::function<void()>& registration,
+                       const std::function<bool()>& kept) {
+    try {
+      registration();
+    } catch (...) {
+      if (kept()) object.release();
+      throw;
+    }
+    if (kept()) object.release();
+  }
+
   void registerDefinition(const Definition& d) {
     auto definition =
         std::make_unique<UnitRepresentation>(d.name, d.text, d.multiplier, d.offset, true);
-    units->registerUnit(definition.get());
-    if (units->getUnitRepresentation(d.name) == definition.get()) definition.release();
+    UnitRepresentation* raw = definition.get();
+    handOver(
+        definition, [&] { units->registerUnit(raw); },
+        [&] { return units->getUnitRepresentation(d.name) == raw; });
   }
 
   // One to three factors of non-temperature units with small powers, the first maybe
@@ -598,6 +687,11 @@ class RegistryModel : public testing::TestWithParam<int> {
     expected.redefinitionWarnings = 1;
     expected.events = {{name, "UNIT_REMOVED"}, {name, "UNIT_CREATED"}};
     expected.heard = {"-" + name, "+" + name};
+    if (listenerRefuses(expected)) {
+      run(
+          d.describe() + " (redefinition)", [&] { registerDefinition(d); }, expected);
+      return;
+    }
     unit.multiplier = d.multiplier;
     unit.scale = valued.scale * d.multiplier;
     unit.shift = valued.scale * d.offset + valued.shift;
@@ -622,9 +716,11 @@ class RegistryModel : public testing::TestWithParam<int> {
       } else {
         expected.events = {{name, "UNIT_REMOVED"}};
         expected.heard = {"-" + name};
-        touched = model.units.at(name).quantity;
-        model.removeUnit(name);
-        removedUnits.push_back(name);
+        if (!listenerRefuses(expected)) {
+          touched = model.units.at(name).quantity;
+          model.removeUnit(name);
+          removedUnits.push_back(name);
+        }
       }
     } else if (kind < 8) {
       name = pickFrom(unitNames([](const ModelUnit& u) { return u.builtin; }));
@@ -694,8 +790,10 @@ class RegistryModel : public testing::TestWithParam<int> {
         "register prefix '" + name + "' 10^" + std::to_string(exponent),
         [&] {
           auto prefix = std::make_unique<UnitPrefix>(name, exponent, "");
-          prefixes->registerPrefix(prefix.get());
-          if (prefixes->getUnitPrefixApi(name) == prefix.get()) prefix.release();
+          UnitPrefix* raw = prefix.get();
+          handOver(
+              prefix, [&] { prefixes->registerPrefix(raw); },
+              [&] { return prefixes->getUnitPrefixApi(name) == raw; });
         },
         expected);
   }
@@ -723,9 +821,11 @@ class RegistryModel : public testing::TestWithParam<int> {
       } else {
         expected.events = {{name, "PREFIX_REMOVED"}};
         expected.heard = {"-prefix " + name};
-        model.prefixes.erase(std::find_if(model.prefixes.begin(), model.prefixes.end(),
-                                          [&](const ModelPrefix& p) { return p.name == name; }));
-        removedPrefixes.push_back(name);
+        if (!listenerRefuses(expected)) {
+          model.prefixes.erase(std::find_if(model.prefixes.begin(), model.prefixes.end(),
+                                            [&](const ModelPrefix& p) { return p.name == name; }));
+          removedPrefixes.push_back(name);
+        }
       }
     } else if (kind < 9) {
       name = model.prefixes[pick(UnitPrefixManager::kBuiltinPrefixCount)].name;
@@ -773,10 +873,12 @@ class RegistryModel : public testing::TestWithParam<int> {
         description + " ]",
         [&] {
           auto quantity = std::make_unique<QuantityDimension>(exponents.data(), name.c_str());
-          quantities->registerPhysicalQuantity(quantity.get());
-          if (quantities->getQuantityDimension(quantities->getNumQuantities() - 1) ==
-              quantity.get())
-            quantity.release();
+          QuantityDimension* raw = quantity.get();
+          handOver(
+              quantity, [&] { quantities->registerPhysicalQuantity(raw); },
+              [&] {
+                return quantities->getQuantityDimension(quantities->getNumQuantities() - 1) == raw;
+              });
         },
         expected);
   }
@@ -803,6 +905,8 @@ class RegistryModel : public testing::TestWithParam<int> {
       if (!user.empty()) {
         expected = refusal("Unit:BeingUsed", "'" + user + "'");
       } else {
+        // The unit registry removes the units among the listeners, before ours: they hear
+        // of the quantity once its units are gone, and can no longer refuse it.
         expected.events = {{name, "QUANTITY_REMOVED"}};
         for (auto unit = doomed.rbegin(); unit != doomed.rend(); ++unit) {
           expected.events.emplace_back(*unit, "UNIT_REMOVED");
@@ -998,6 +1102,16 @@ class RegistryModel : public testing::TestWithParam<int> {
     }
   }
 
+  // The quantity's last unit, the one a registration adds, refuses every change.
+  void checkGuarded(int quantity) {
+    const std::vector<std::string>& names = model.quantity(quantity).units;
+    if (names.empty() || model.units.at(names.back()).builtin) return;
+    UnitRepresentation* unit = units->getUnitRepresentation(names.back());
+    const double multiplier = unit->getMultiplier();
+    EXPECT_TRUE(captureError([&] { unit->setMultiplier(99.0); })) << names.back() << " unguarded";
+    EXPECT_EQ(unit->getMultiplier(), multiplier);
+  }
+
   // Each user unit without temperature in a unit system: the converter's multiplier is
   // the unit's SI value over the system units' SI values.
   void checkSystems() {
@@ -1042,6 +1156,8 @@ class RegistryModel : public testing::TestWithParam<int> {
   UnitSystemManager* systems = nullptr;
   WarningCapture warnings;
   std::vector<std::string> heard;
+  Act act = Act::kListen;
+  bool refusedInside = false;
 
   std::mt19937 rng;
   Model model;
@@ -1054,6 +1170,7 @@ TEST_P(RegistryModel, RandomChangesKeepTheRegistriesAsTheModelSays) {
   const int stepCount = fromEnvironment("TW_MODEL_STEPS", 200);
   for (int step = 0; step < stepCount; ++step) {
     touched = -1;
+    act = chance(15) ? static_cast<Act>(1 + pick(3)) : Act::kListen;
     const std::size_t kind = pick(100);
     if (kind < 30) {
       addUnit();
@@ -1078,7 +1195,10 @@ TEST_P(RegistryModel, RandomChangesKeepTheRegistriesAsTheModelSays) {
     }
     checkRegistries();
     checkConversions();
-    if (touched >= 0) checkPairs(touched);
+    if (touched >= 0) {
+      checkPairs(touched);
+      checkGuarded(touched);
+    }
     checkSystems();
     if (HasFailure()) {
       ADD_FAILURE() << "seed " << GetParam() << ", after step " << steps.size() << ":" << history();

@@ -6,7 +6,9 @@
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
 #include "units/PhysicalQuantityManager.hpp"
+#include "units/QuantityStringParser.hpp"
 #include "units/UnitComposition.hpp"
+#include "units/UnitConverter.hpp"
 #include "units/UnitConverterManager.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -73,6 +75,11 @@ TEST_F(UnitRegistry, RefusedRegistrationsChangeNothingAndAnnounceNothing) {
     const char* message;
   } cases[] = {
       {"2x", "meter", 1, 0, "Unit:NameInvalid",
+       "Invalid unit name. Type 'help zophunit' for valid names."},
+      // identifiers, but numbers in a composition
+      {"nan", "meter", 1, 0, "Unit:NameInvalid",
+       "Invalid unit name. Type 'help zophunit' for valid names."},
+      {"Inf", "meter", 1, 0, "Unit:NameInvalid",
        "Invalid unit name. Type 'help zophunit' for valid names."},
       {"kilofoo", "meter", 1, 0, "Unit:NameClashesWithPrefix2",
        "Unable to register unit 'kilofoo'. Registering this unit would cause a redefinition of the "
@@ -145,6 +152,42 @@ TEST_F(UnitRegistry, PrefixedNameOrTheSameDefinitionAgainStoresAndAnnouncesNothi
   EXPECT_EQ(RegistrySnapshot::take(), before);
   EXPECT_FALSE(units->isUnitRegistered("kilometer"));
   EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1000.0);
+}
+
+TEST_F(UnitRegistry, ARegistrationRefusedAtItsLastCheckLeavesNoTrace) {
+  // The definition's own listener refuses the rewrite of a base-quantity unit in base units,
+  // the last step before anything is stored.
+  RegistrySnapshot before = RegistrySnapshot::take();
+  UnitRepresentation definition("zzt", "kelvin*meter/meter", 1.0, 0.0, true);
+  definition.addChangeListener(
+      [](const UnitRepresentationApi*, UnitRepresentationApi::UNIT_REP_PROPERTY) {
+        throw new ErrorIdException("Test:Refused", "no");
+      });
+  EXPECT_UNIT_ERROR_ID(units->registerUnit(&definition), "Test:Refused");
+  EXPECT_EQ(RegistrySnapshot::take(), before);
+  EXPECT_UNIT_ERROR_ID(convert("zzt", "kelvin"), "Unit:NotFound");
+}
+
+TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMisread) {
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  prefixes->registerPrefix(new UnitPrefix("wza", 4, ""));
+  prefixes->registerPrefix(new UnitPrefix("wzb", 5, ""));
+  QuantityStringParser* parser = QuantityStringParser::Instance();
+  std::unique_ptr<UnitComposition> held(parser->createUnitCompFromString("wzbmeter/kilosecond"));
+  std::unique_ptr<UnitComposition> kept(parser->createUnitCompFromString("kilometer"));
+  UnitComposition meter(UnitBase(2, 0, -1));
+  prefixes->unregisterPrefix("wza");  // "wzb" moves down to the index "wza" had
+  EXPECT_UNIT_ERROR(
+      delete UnitConverterManager::Instance()->getQuantityUnitConverter(0, held.get(), &meter),
+      "CALVEX:badArgument",
+      "The composition holds the indexes of prefixes from before a prefix was removed; make it "
+      "again from its text.");
+  EXPECT_UNIT_ERROR_ID(held->getCompositionString(), "CALVEX:badArgument");
+  // Prefixes below the removed one keep their indexes.
+  std::unique_ptr<UnitConverter> converter(
+      UnitConverterManager::Instance()->getQuantityUnitConverter(0, kept.get(), &meter));
+  EXPECT_DOUBLE_EQ(converter->getMultiplier(), 1000.0);
+  EXPECT_DOUBLE_EQ(convert("wzbmeter", "meter"), 1e5);
 }
 
 TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {

@@ -88,6 +88,18 @@ TEST_F(ManagerClass, RegisterUnit) {
   EXPECT_EQ(units->getUnitRepresentation("chain")->getUDI(), form);
 }
 
+TEST_F(ManagerClass, TextsWithANulByteAreRefusedNotCut) {
+  auto withNul = [](const char* before, const char* after) {
+    return HostArrayPtr(HostArray::createString(std::string(before) + '\0' + after));
+  };
+  EXPECT_UNIT_ERROR(run("registerunit", 1, withNul("ab", "cd"), text("meter"), num(3)),
+                    "CALVEX:badArgument", "The text must not hold a NUL byte.");
+  EXPECT_FALSE(units->isUnitRegistered("ab"));
+  EXPECT_UNIT_ERROR_ID(
+      run("calculateconversion", 1, withNul("meter", "junk"), text("meter"), num(1)),
+      "CALVEX:badArgument");
+}
+
 TEST_F(ManagerClass, UnregisterPrefix) {
   EXPECT_UNIT_ERROR(
       run("unregisterunitprefix", 0, HostArrayPtr(HostArray::createDoubleMatrix(0, 0))),

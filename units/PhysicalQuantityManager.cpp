@@ -1,10 +1,13 @@
 #include "units/PhysicalQuantityManager.hpp"
 
+#include <algorithm>
 #include <boost/bind/bind.hpp>
 #include <string>
 
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
+#include "units/Announcement.hpp"
+#include "units/QuantityStringParser.hpp"
 #include "units/RegistryLock.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
@@ -116,22 +119,45 @@ void PhysicalQuantityManager::addPhysicalQuantityUnregisteredListener(
   listeners_->unregistered.push_back(listener);
 }
 
+void PhysicalQuantityManager::setUnitRegistryFollower(const RegisteredListener& added,
+                                                      const UnregisteredListener& removed) {
+  listeners_->added = added;
+  listeners_->removed = removed;
+  listeners_->removedAt = listeners_->unregistered.size();
+}
+
 void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* quantity) {
+  Announcement::refuseInsideListener();
   RegistryLock::Change change;
-  if (!isValidCALVEXIdentifier(quantity->getName())) raiseError(errors::QuantityNameInvalid);
-  const std::string name = quantity->getName();
+  checkNewQuantity(*quantity);
+  storeQuantity(const_cast<QuantityDimension*>(quantity));
+}
+
+void PhysicalQuantityManager::checkNewQuantity(const QuantityDimension& quantity) const {
+  // "Inf" and "NaN" are identifiers, but in a quantity composition they are numbers.
+  if (!isValidCALVEXIdentifier(quantity.getName()) ||
+      QuantityStringParser::getTokenEnum(quantity.getName()) != QuantityStringParserApi::NAME) {
+    raiseError(errors::QuantityNameInvalid);
+  }
+  const std::string name = quantity.getName();
   for (const auto& entry : quantities_) {
     if (name == entry->getName()) raiseError(errors::QuantityDuplicateName, name);
-    if (*quantity == *entry)
-      raiseError(errors::QuantityDuplicateDimensions, name, entry->getName());
+    if (quantity == *entry) raiseError(errors::QuantityDuplicateDimensions, name, entry->getName());
   }
-  names_.push_back(name);
-  // The registry takes over the caller's object once every check has passed.
-  quantities_.emplace_back(const_cast<QuantityDimension*>(quantity));
-  for (const RegisteredListener& listener : listeners_->registered) listener(quantity);
+}
+
+void PhysicalQuantityManager::storeQuantity(QuantityDimension* quantity) {
+  RegistryLock::Change change;
+  Announcement announcement;
+  names_.push_back(quantity->getName());
+  quantities_.emplace_back(quantity);
+  if (listeners_->added) listeners_->added(quantity);
+  announcement.tell(listeners_->registered, quantity);
+  announcement.finish();
 }
 
 void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name) {
+  Announcement::refuseInsideListener();
   RegistryLock::Change change;
   int index = -1;
   for (std::size_t i = 0; i < names_.size(); ++i) {
@@ -145,10 +171,20 @@ void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name
   // A unit that uses one of the quantity's units refuses before any listener hears of it.
   UnitManager::Instance()->verifyQuantityRemoval(index);
 
-  for (const UnregisteredListener& listener : listeners_->unregistered) {
-    listener(quantities_.at(static_cast<std::size_t>(index)).get(),
-             static_cast<unsigned long>(index));
-  }
+  // The unit registry removes the quantity's units, each announced, in the place of the
+  // listener list where it came in; the listeners before it may refuse the removal.
+  Announcement announcement;
+  const QuantityDimension* removed = quantities_.at(static_cast<std::size_t>(index)).get();
+  const unsigned long position = static_cast<unsigned long>(index);
+  const std::vector<UnregisteredListener>& listeners = listeners_->unregistered;
+  auto followerAt = listeners.begin() +
+                    static_cast<std::ptrdiff_t>(std::min(listeners_->removedAt, listeners.size()));
+  const std::vector<UnregisteredListener> before(listeners.begin(), followerAt);
+  const std::vector<UnregisteredListener> after(followerAt, listeners.end());
+  announcement.offer(before, removed, position);
+  announcement.commit();
+  if (listeners_->removed) listeners_->removed(removed, position);
+  announcement.tell(after, removed, position);
 
   std::vector<std::unique_ptr<QuantityDimension>> kept;
   kept.reserve(quantities_.size());
@@ -157,6 +193,7 @@ void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name
   }
   quantities_ = std::move(kept);
   names_.erase(names_.begin() + index);
+  announcement.finish();
 }
 
 void PhysicalQuantityManager::registerAnonymousPQ(const UnitComposition* composition) {
@@ -167,9 +204,8 @@ void PhysicalQuantityManager::registerAnonymousPQ(const UnitComposition* composi
   QuantityDimension dimensions(&numerator);
   dimensions /= QuantityDimension(&denominator);
   dimensions.setName(("Unnamed_Quant_" + std::to_string(anonymousCounter)).c_str());
-  auto quantity = std::make_unique<QuantityDimension>(dimensions);
-  registerPhysicalQuantity(quantity.get());
-  quantity.release();  // the registry owns it now
+  checkNewQuantity(dimensions);
+  storeQuantity(new QuantityDimension(dimensions));
 }
 
 const QuantityDimension* PhysicalQuantityManager::getQuantityDimension(int index) const {

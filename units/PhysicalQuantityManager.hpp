@@ -4,6 +4,12 @@
 // The process-wide registry of physical quantities: 37 built-in quantities, then the
 // quantities that users and the unit registry register at run time.
 //
+// Listeners follow the rules of Announcement.hpp: an addition is announced once it is
+// complete, a removal before anything is removed; a listener cannot refuse either (its
+// error reaches the caller after the change); a listener added during an announcement is
+// first called for the next change; and a listener may read the registries but not change
+// them.
+//
 // Threads: registering and removing a quantity hold the registries' lock, so they may
 // run while other threads convert, verify and parse; the queries read without it
 // (units/RegistryLock.hpp).
@@ -52,16 +58,22 @@ class PhysicalQuantityManager : public PhysicalQuantityManagerApi {
   void setupQuantities();
   void registerInternalListeners();
 
-  // Checks the quantity and appends it; on success the registry owns it. Raises
-  // "Unit:QuantityNameInvalid", then, for the first conflicting entry in index order,
-  // "Unit:QuantityDuplicateName" or "Unit:QuantityDuplicateDimensions"; a refused
-  // quantity stays with the caller.
+  // Checks the quantity and appends it. Raises "Unit:QuantityNameInvalid", then, for the
+  // first conflicting entry in index order, "Unit:QuantityDuplicateName" or
+  // "Unit:QuantityDuplicateDimensions"; a refused quantity stays with the caller. The
+  // registry owns it once it is registered, also when a listener's error is raised after.
   void registerPhysicalQuantity(const QuantityDimension* quantity);
   // Removes a user quantity; later quantities move down one index. Raises
   // "Unit:QuantityNotFound" or "Unit:CannotUnregisterBuiltinQuantity".
   void unregisterPhysicalQuantity(const std::string& name);
   // Registers the dimensions of the composition as "Unnamed_Quant_<n>".
   void registerAnonymousPQ(const UnitComposition* composition);
+  // The unit registry's per-quantity lists follow each addition and removal as part of it:
+  // `added` once a quantity is stored, before the listeners hear of it; `removed` (which
+  // removes the quantity's units) among the unregistered listeners, in the place of the
+  // ones added so far, before the quantity goes.
+  void setUnitRegistryFollower(const RegisteredListener& added,
+                               const UnregisteredListener& removed);
 
   // The quantity at the index, or null outside the registry; the registry keeps it.
   const QuantityDimension* getQuantityDimension(int index) const;
@@ -81,7 +93,14 @@ class PhysicalQuantityManager : public PhysicalQuantityManagerApi {
   struct Listeners {
     std::vector<RegisteredListener> registered;
     std::vector<UnregisteredListener> unregistered;
+    RegisteredListener added;
+    UnregisteredListener removed;
+    std::size_t removedAt = 0;  // the unregistered listeners that come before `removed`
   };
+
+  void checkNewQuantity(const QuantityDimension& quantity) const;
+  // Appends a checked quantity, which the registry owns from then on, and announces it.
+  void storeQuantity(QuantityDimension* quantity);
 
   std::unique_ptr<Listeners> listeners_;
   std::vector<std::unique_ptr<QuantityDimension>> quantities_;

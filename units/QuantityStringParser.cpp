@@ -80,8 +80,14 @@ std::vector<std::string_view>& keptTokens() {
   return tokens;
 }
 
+// The host parser reads a C string: a NUL would end the text early.
+void requireNoNul(const std::string& composition, UnitError failure) {
+  if (composition.find('\0') != std::string::npos) raiseError(failure);
+}
+
 // Runs the host parser; its syntax error is freed and reported as `failure`.
 std::vector<std::string> postfixTokens(const std::string& composition, UnitError failure) {
+  requireNoNul(composition, failure);
   CParseTree tree(composition.c_str());
   try {
     tree.init(false);
@@ -122,7 +128,7 @@ void popOperand(QuantityStringParser::UnitStack& stack) {
 
 // Pushes a composition built from the arguments in its place on the stack.
 template <typename... Arguments>
-void pushComposition(QuantityStringParser::UnitStack& stack, std::int32_t literal,
+void pushComposition(QuantityStringParser::UnitStack& stack, std::optional<std::int32_t> literal,
                      Arguments&&... arguments) {
   stack.compositions.emplace_back(std::forward<Arguments>(arguments)...);
   stack.literals.push_back(literal);
@@ -168,6 +174,7 @@ UnitComposition* QuantityStringParser::createUnitCompFromString(
 UnitComposition QuantityStringParser::parseUnitComposition(
     const std::string& composition, std::vector<std::string>* namedUserUnits) const {
   RegistryLock::Hold hold;
+  requireNoNul(composition, errors::BadUnitCompositionParse);
   if (isstrnumeric(composition.c_str())) raiseError(errors::UnitCompositionNumeric);
   std::vector<std::string_view> tokens = std::move(keptTokens());
   try {
@@ -227,7 +234,7 @@ void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
       stack.namedUserUnits->push_back(
           cached.unit != nullptr ? name : prefixes->stripPrefixFromSingleUnit(name));
     }
-    pushComposition(stack, kCompositionMarker, *cached.composition);
+    pushComposition(stack, std::nullopt, *cached.composition);
     return;
   }
   // Only a unit takes a prefix. The cache also holds verified texts such as "kilogram";
@@ -252,14 +259,14 @@ void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
     }
     numerator.insert(first);
   }
-  pushComposition(stack, kCompositionMarker, numerator, found.getDenominator());
+  pushComposition(stack, std::nullopt, numerator, found.getDenominator());
   stack.compositions.back().setMultiplier(prefixAsFactor ? found.getMultiplier() * prefix->getMult()
                                                          : found.getMultiplier());
 }
 
 void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
   requireOperands(stack);
-  if (stack.literals.back() != kCompositionMarker || stack.literals.end()[-2] != kCompositionMarker)
+  if (stack.literals.back() || stack.literals.end()[-2])
     raiseError(errors::InvalidCompositionMathMult);
   // In place: the left operand takes in the right one's units.
   stack.compositions.end()[-2] *= std::move(stack.compositions.back());
@@ -268,25 +275,23 @@ void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
 
 void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
   requireOperands(stack);
-  std::int32_t left = stack.literals.end()[-2];
-  if (stack.literals.back() != kCompositionMarker || (left != kCompositionMarker && left != 1))
-    raiseError(errors::InvalidCompositionMathDiv);
+  const std::optional<std::int32_t> left = stack.literals.end()[-2];
+  if (stack.literals.back() || (left && *left != 1)) raiseError(errors::InvalidCompositionMathDiv);
   stack.compositions.end()[-2] /= std::move(stack.compositions.back());
-  stack.literals.end()[-2] = kCompositionMarker;
+  stack.literals.end()[-2] = std::nullopt;
   popOperand(stack);
 }
 
 void QuantityStringParser::handlePowOnUnitComp(UnitStack& stack) const {
   if (stack.literals.empty()) raiseError(errors::BadUnitCompositionParse);
-  if (stack.literals.back() == kCompositionMarker)
-    raiseError(errors::CompositionExponentMustBeInteger);
+  if (!stack.literals.back()) raiseError(errors::CompositionExponentMustBeInteger);
   requireOperands(stack);
-  const std::int32_t exponent = stack.literals.back();
+  const std::int32_t exponent = *stack.literals.back();
   popOperand(stack);
   UnitComposition& base = stack.compositions.back();
   requirePowerWithinLimit(base.getNumerator().size() + base.getDenominator().size(), exponent);
   base ^= exponent;
-  stack.literals.back() = kCompositionMarker;
+  stack.literals.back() = std::nullopt;
 }
 
 void QuantityStringParser::handlePlusMinusOnUnitComp(UnitStack&) const {
@@ -631,6 +636,7 @@ QuantityStringParser::Makeup QuantityStringParser::getUnitMakeupAndExponentsFrom
     const std::string& composition) const {
   RegistryLock::Hold hold;
   const HandlerTable& handlers = handlerTable();
+  requireNoNul(composition, errors::InternalParseError);
   CParseTree tree(composition.c_str());
   tree.init(false);  // the host's syntax error reaches the caller unchanged
   std::vector<std::string> tokens;

@@ -17,6 +17,7 @@
 #include <boost/container/small_vector.hpp>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,14 +32,12 @@ class QuantityDimension;
 
 class QuantityStringParser : public QuantityStringParserApi {
  public:
-  // Marks a stack entry that is a real composition rather than a literal integer.
-  static inline constexpr std::int32_t kCompositionMarker = 2147483647;
-
   // The evaluation stacks of a unit composition, by value: a short text's parse makes
-  // no heap allocation for its tokens, and every error path frees what they hold.
+  // no heap allocation for its tokens, and every error path frees what they hold. An
+  // entry written as an integer literal keeps its value; any other entry has none.
   struct UnitStack {
     boost::container::small_vector<UnitComposition, 6> compositions;
-    boost::container::small_vector<std::int32_t, 6> literals;
+    boost::container::small_vector<std::optional<std::int32_t>, 6> literals;
     // When set, receives each user unit that a name resolves to.
     std::vector<std::string>* namedUserUnits = nullptr;
   };

@@ -10,6 +10,7 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "host/ArgumentError.hpp"
 #include "host/Numeric.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitConverter.hpp"
@@ -36,6 +37,8 @@ std::vector<std::pair<std::string, int>> countByName(const UnitComposition::Unit
 }
 
 }  // namespace
+
+std::vector<int> UnitComposition::removedPrefixes_;
 
 UnitComposition::UnitComposition() = default;
 
@@ -95,6 +98,7 @@ void UnitComposition::updateThisWithUnitBase(int exponent, UnitBase& unit) {
 UnitComposition& UnitComposition::operator*=(const UnitComposition& other) {
   // A copy when `other` is this composition, whose sets the inserts would grow.
   if (&other == this) return *this *= UnitComposition(other);
+  takeNumberingOf(other);
   numerator_.insert(other.numerator_.begin(), other.numerator_.end());
   denominator_.insert(other.denominator_.begin(), other.denominator_.end());
   multiplier_ *= other.multiplier_;
@@ -104,6 +108,7 @@ UnitComposition& UnitComposition::operator*=(const UnitComposition& other) {
 
 UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
   if (&other == this) return *this /= UnitComposition(other);
+  takeNumberingOf(other);
   numerator_.insert(other.denominator_.begin(), other.denominator_.end());
   denominator_.insert(other.numerator_.begin(), other.numerator_.end());
   multiplier_ /= other.multiplier_;
@@ -115,6 +120,7 @@ UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
 // equivalent to it, in the other's order), so both forms give the same sequence.
 UnitComposition& UnitComposition::operator*=(UnitComposition&& other) {
   if (&other == this) return *this *= static_cast<const UnitComposition&>(other);
+  takeNumberingOf(other);
   numerator_.merge(other.numerator_);
   denominator_.merge(other.denominator_);
   multiplier_ *= other.multiplier_;
@@ -125,6 +131,7 @@ UnitComposition& UnitComposition::operator*=(UnitComposition&& other) {
 
 UnitComposition& UnitComposition::operator/=(UnitComposition&& other) {
   if (&other == this) return *this /= static_cast<const UnitComposition&>(other);
+  takeNumberingOf(other);
   numerator_.merge(other.denominator_);
   denominator_.merge(other.numerator_);
   multiplier_ /= other.multiplier_;
@@ -171,6 +178,7 @@ bool UnitComposition::hasRepeats() const {
 }
 
 void UnitComposition::cancelRepeats() {
+  requireCurrentPrefixes();
   if (!hasRepeats()) return;
   std::vector<UnitBase> common;
   auto byQuantity = [](const UnitBase& x, const UnitBase& y) { return x.lessThanPQOnly(y); };
@@ -255,6 +263,7 @@ std::string UnitComposition::getCompositionString_Helper(
 }
 
 std::string UnitComposition::getCompositionString() const {
+  requireCurrentPrefixes();
   auto up = countByName(numerator_);
   auto down = countByName(denominator_);
   std::string text;
@@ -273,6 +282,7 @@ std::string UnitComposition::getCompositionString() const {
 }
 
 UnitCompositionApi::MakeupVectors UnitComposition::getUnitMakeupVectors() const {
+  requireCurrentPrefixes();
   if (numerator_.empty() && denominator_.empty()) return {{"dimensionless"}, {1}};
   std::map<std::string, int> net;
   for (const UnitBase& unit : numerator_) ++net[nameOf(unit)];
@@ -285,7 +295,35 @@ UnitCompositionApi::MakeupVectors UnitComposition::getUnitMakeupVectors() const 
   return result;
 }
 
+bool UnitComposition::holdsPrefix() const {
+  auto prefixed = [](const UnitBase& unit) { return unit.getPrefixIdx() != -1; };
+  return std::any_of(numerator_.begin(), numerator_.end(), prefixed) ||
+         std::any_of(denominator_.begin(), denominator_.end(), prefixed);
+}
+
+void UnitComposition::takeNumberingOf(const UnitComposition& other) {
+  if (prefixNumbering_ == other.prefixNumbering_ || !other.holdsPrefix()) return;
+  if (!holdsPrefix() || other.prefixNumbering_ < prefixNumbering_)
+    prefixNumbering_ = other.prefixNumbering_;
+}
+
+void UnitComposition::requireCurrentPrefixes() const {
+  if (prefixNumbering_ == removedPrefixes_.size()) return;
+  int highest = -1;
+  for (const UnitSet* units : {&numerator_, &denominator_}) {
+    for (const UnitBase& unit : *units) highest = std::max(highest, unit.getPrefixIdx());
+  }
+  for (std::size_t r = prefixNumbering_; r < removedPrefixes_.size(); ++r) {
+    if (highest >= removedPrefixes_[r]) {
+      raiseArgumentError("composition",
+                         "holds the indexes of prefixes from before a prefix was "
+                         "removed; make it again from its text");
+    }
+  }
+}
+
 void UnitComposition::shiftPrefixIndexesAfterRemoval(int removedPrefix) {
+  prefixNumbering_ = removedPrefixes_.size();
   auto later = [&](const UnitBase& unit) { return unit.getPrefixIdx() > removedPrefix; };
   if (std::none_of(numerator_.begin(), numerator_.end(), later) &&
       std::none_of(denominator_.begin(), denominator_.end(), later)) {

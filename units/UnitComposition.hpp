@@ -91,10 +91,20 @@ class UnitComposition : public UnitCompositionApi {
   // prefix registry removed that prefix.
   void shiftPrefixIndexesAfterRemoval(int removedPrefix);
 
+  // The prefix registry tells when it removes the prefix at an index. A composition made
+  // before then that holds that prefix or a later one, and that the unit registry did not
+  // shift, holds stale prefix indexes: using it raises "CALVEX:badArgument" instead of
+  // reading another prefix, or none.
+  static void prefixRemoved(int index) { removedPrefixes_.push_back(index); }
+  void requireCurrentPrefixes() const;
+
  private:
   friend std::ostream& operator<<(std::ostream& out, const UnitComposition& composition);
 
   int resolveQuantityType() const;
+  bool holdsPrefix() const;
+  // A product or quotient holds the older of the two numberings that it has prefixes of.
+  void takeNumberingOf(const UnitComposition& other);
   void updateThisWithUnitBase(int exponent, UnitBase& unit);
   static std::string getCompositionString_Helper(
       const std::vector<std::pair<std::string, int>>& names);
@@ -104,6 +114,10 @@ class UnitComposition : public UnitCompositionApi {
   double multiplier_ = 1.0;
   mutable bool quantityStale_ = true;
   mutable int cachedQuantityIndex_ = -1;
+  // The prefix index removed by each removal so far, in order; a composition knows how
+  // many of them its prefix indexes have followed.
+  static std::vector<int> removedPrefixes_;
+  std::size_t prefixNumbering_ = removedPrefixes_.size();
 };
 
 // A debugging dump: multiplier, then every numerator and denominator unit.

@@ -11,6 +11,7 @@
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
+#include "units/Announcement.hpp"
 #include "units/DimensionalAnalysisManager.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
@@ -218,14 +219,13 @@ void UnitManager::registerInternalListeners() {
   addUnitRegisteredListener(boost::bind(&UnitChangeEvent::postUnitCreated, sender, _1));
   addUnitUnregisteredListener(boost::bind(&UnitChangeEvent::postUnitRemoved, sender, _1));
   data_->removalHook = &UDDObjectManager::unitUnregisteredListener;
-  quantities_->addPhysicalQuantityRegisteredListener(
-      boost::bind(&UnitManager::notifyPhysicalQuantityAdded, this, _1));
-  quantities_->addPhysicalQuantityUnregisteredListener(
+  // The registry's own lists follow every quantity and prefix as part of the change, not
+  // as listeners: listeners may not change the registries.
+  quantities_->setUnitRegistryFollower(
+      boost::bind(&UnitManager::notifyPhysicalQuantityAdded, this, _1),
       boost::bind(&UnitManager::notifyPhysicalQuantityRemoved, this, _1, _2));
-  prefixes_->addUnitPrefixUnregisteredListener(
-      boost::bind(&UnitManager::notifyPrefixBeingRemoved, this, _1));
-  prefixes_->addUnitPrefixRegisteredListener(
-      boost::bind(&UnitManager::notifyPrefixAdded, this, _1));
+  prefixes_->setUnitRegistryFollower(boost::bind(&UnitManager::notifyPrefixAdded, this, _1),
+                                     boost::bind(&UnitManager::notifyPrefixBeingRemoved, this, _1));
 }
 
 void UnitManager::attachChangeVeto(UnitRepresentation* definition) {
@@ -468,7 +468,11 @@ void UnitManager::validateTimeUnits(const std::string& text) {
 
 int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definition) const {
   const std::string& name = definition->getName();
-  if (!isValidCALVEXIdentifier(name)) raiseError(errors::NameInvalid);
+  // "Inf" and "NaN" are identifiers, but in a composition they are numbers.
+  if (!isValidCALVEXIdentifier(name) ||
+      QuantityStringParser::getTokenEnum(name) != QuantityStringParserApi::NAME) {
+    raiseError(errors::NameInvalid);
+  }
   if (checkForPrefixInRegisteringUnitName(name, definition) == NOTHING_TO_REGISTER)
     return NOTHING_TO_REGISTER;
 
@@ -527,70 +531,83 @@ int UnitManager::checkForAlreadyRegisteredUnit(const UnitComposition* compositio
 
 // ---------------------------------------------------------------- registration
 
+namespace {
+
+UnitComposition scaled(const UnitComposition& composition, double multiplier) {
+  UnitComposition copy(composition);
+  copy.setMultiplier(copy.getMultiplier() * multiplier);
+  return copy;
+}
+
+}  // namespace
+
 void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
+  Announcement::refuseInsideListener();
   RegistryLock::Change change;
   auto* definition = dynamic_cast<UnitRepresentation*>(definitionApi);
   if (definition == nullptr)
     throw std::invalid_argument("registerUnit needs a TwUnits::UnitRepresentation");
-  int code = verifyUnitForRegistration(definition);
+  Announcement announcement;
+  const int code = verifyUnitForRegistration(definition);
   const std::string name = definition->getName();
   const std::string compositionText = definition->getCompositionString();
+  const double multiplier = definition->getMultiplier();
+  // Registers the anonymous quantity of a new unit's dimensions; nothing that can refuse
+  // follows it.
   UnitComposition* composition = verifyUnitCompositionString(compositionText);
-
-  auto own = std::make_unique<UnitComposition>(*composition);
-  own->setMultiplier(own->getMultiplier() * definition->getMultiplier());
-  UnitComposition* ownInCache = nullptr;
-  if (!cache_.contains(name)) {
-    ownInCache = cache_.insert(name, std::move(own));
-  }
-  // From here on the name resolves through the cache.
   if (code == NOTHING_TO_REGISTER) {
-    // A prefixed name such as "kilofurlong" is a text that names its unit.
-    if (ownInCache != nullptr) noteTextNames(name, userUnitsNamedBy(name));
+    // The name resolves through the cache from now on: a prefixed name such as
+    // "kilofurlong" is a text that names its unit.
+    if (!cache_.contains(name)) {
+      cache_.insert(name, std::make_unique<UnitComposition>(scaled(*composition, multiplier)));
+      noteTextNames(name, userUnitsNamedBy(name));
+    }
+    announcement.finish();
     return;
   }
-  if (code == REDEFINITION) {
-    unregisterUnitForUnitRegistration(definition, std::move(own));
-    composition = verifyUnitCompositionString(compositionText);
-  } else if (code == NEW_UNIT_NEW_QUANTITY) {
-    composition->markQuantityStale();
-    if (composition->getCombinedUnitsQuantityType() == -1)
-      quantities_->registerAnonymousPQ(composition);
-    composition->markQuantityStale();
-    if (ownInCache) ownInCache->markQuantityStale();
+  const int quantity = composition->getCombinedUnitsQuantityType();
+  if (code == REDEFINITION) requireRemovable(name);
+
+  // Everything that can fail is worked out before the registries change. A unit of a base
+  // quantity is stored in base units: its composition string becomes the expansion's text
+  // and its multiplier takes in the expansion's, so that the stored definition and its
+  // table converter give one unit's true value.
+  std::string expansionText;
+  if (quantity <= kLastBaseQuantity) {
+    UnitComposition expansion(*composition);
+    bool reduced = expansion.getNumerator().size() + expansion.getDenominator().size() >= 2;
+    if (reduced) {
+      expansion.cancelRepeats();
+      expansionText = expansion.getCompositionString();
+      verifyUnitCompositionString(expansionText);
+    }
+    double offset = definition->getOffset();
+    // An offset is written against the unit named as the composition; stored against the
+    // reference unit, it takes in that unit's multiplier and offset as well.
+    if (const UnitRepresentation* written = getUnitRepresentation(compositionText))
+      offset = expansion.getMultiplier() * offset + written->getOffset();
+    definition->setCompositionString(expansion.getCompositionString());
+    definition->setMultiplier(multiplier * expansion.getMultiplier());
+    definition->setOffset(offset);
   }
 
-  int quantity = composition->getCombinedUnitsQuantityType();
+  if (code == REDEFINITION) {
+    unregisterUnitForUnitRegistration(definition, nullptr);  // its listeners may refuse
+    composition = verifyUnitCompositionString(compositionText);
+  }
+  announcement.commit();
+  cache_.assign(name, std::make_unique<UnitComposition>(scaled(*composition, multiplier)));
+  // The expansion's own text is stored where one was worked out.
+  if (!expansionText.empty()) composition = verifyUnitCompositionString(expansionText);
+
   while (getNumQuantityLists() <= quantity) appendQuantityLists();
-  int index = static_cast<int>(getNumUnits(quantity));
+  const int index = static_cast<int>(getNumUnits(quantity));
   at(unitNames_, quantity).push_back(name);
   places_[name] = {quantity, nextSerial_};
   at(serials_, quantity).push_back(nextSerial_++);
   at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
   cache_.setUnit(name, definition, isUserUnit(name));
-
   if (quantity <= kLastBaseQuantity) {
-    // The definition is rewritten in base units: its composition string becomes the
-    // expansion's text and its multiplier takes in the expansion's multiplier, so the
-    // stored definition and its table converter give one unit's true value.
-    double expansionMultiplier = composition->getMultiplier();
-    if (composition->getNumerator().size() + composition->getDenominator().size() < 2) {
-      definition->setCompositionString(composition->getCompositionString());
-    } else {
-      composition->cancelRepeats();
-      expansionMultiplier = composition->getMultiplier();
-      std::string reduced = composition->getCompositionString();
-      definition->setCompositionString(reduced);
-      composition = verifyUnitCompositionString(reduced);
-      // The old text was cancelled in place; a unit name keeps its own entry.
-      if (reduced != compositionText && !isUnitRegistered(compositionText))
-        cache_.erase(compositionText);
-    }
-    definition->setMultiplier(definition->getMultiplier() * expansionMultiplier);
-    // An offset is written against the unit named as the composition; stored against the
-    // reference unit, it takes in that unit's multiplier and offset as well.
-    if (const UnitRepresentation* written = getUnitRepresentation(compositionText))
-      definition->setOffset(expansionMultiplier * definition->getOffset() + written->getOffset());
     const UnitBase& reference = *composition->getNumerator().begin();
     double toReference = definition->getMultiplier();
     if (reference.getPrefixIdx() != -1)
@@ -606,18 +623,15 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
     for (const std::string& named : userUnitsNamedBy(definition->getCompositionString()))
       namers_[named].definitions.push_back(name);
   }
-  data_->runreg(definition);
   attachChangeVeto(definition);
+  announcement.tell(data_->registered, definition);
+  announcement.finish();
 }
 
 void UnitManager::unregisterUnitForUnitRegistration(const UnitRepresentationApi* definition,
                                                     std::unique_ptr<UnitComposition> own) {
   unregisterUnit(definition->getName());
-  own.reset();
-  auto replacement = std::make_unique<UnitComposition>(
-      *verifyUnitCompositionString(definition->getCompositionString()));
-  replacement->setMultiplier(replacement->getMultiplier() * definition->getMultiplier());
-  cache_.assign(definition->getName(), std::move(replacement));
+  if (own) cache_.assign(definition->getName(), std::move(own));
 }
 
 void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
@@ -633,19 +647,26 @@ void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
 
 // ---------------------------------------------------------------- removal
 
-void UnitManager::unregisterUnit(const std::string& name) {
-  RegistryLock::Change change;
+UnitManager::UnitAddress UnitManager::requireRemovable(const std::string& name) const {
   UnitAddress address = getUnitIndexAndPhysQuantIndex(name);
   if (address == kNoUnit) raiseError(errors::NotFound, name);
+  if (isUnitBuiltin(address.first, address.second)) raiseError(errors::CannotUnregisterBuiltin);
+  UnitAddress user = getUnitIfUsedInComposition(address.first, address.second);
+  if (user != kNoUnit) raiseError(errors::BeingUsed, unitName(user.first, user.second));
+  return address;
+}
+
+void UnitManager::unregisterUnit(const std::string& name) {
+  Announcement::refuseInsideListener();
+  RegistryLock::Change change;
+  const UnitAddress address = requireRemovable(name);
   const int quantity = address.first;
   const int index = address.second;
-  if (isUnitBuiltin(quantity, index)) raiseError(errors::CannotUnregisterBuiltin);
-  UnitAddress user = getUnitIfUsedInComposition(quantity, index);
-  if (user != kNoUnit) raiseError(errors::BeingUsed, unitName(user.first, user.second));
-
+  Announcement announcement;
   UnitRepresentation* definition = getUnitRepresentation(quantity, index);
-  for (const Listener& listener : data_->unregistered) listener(definition);
-  if (data_->removalHook) data_->removalHook(definition);
+  announcement.offer(data_->unregistered, definition);
+  announcement.commit();
+  if (data_->removalHook) announcement.call([&] { data_->removalHook(definition); });
 
   forgetNames(name, definition->getCompositionString());
   auto& names = at(unitNames_, quantity);
@@ -660,6 +681,7 @@ void UnitManager::unregisterUnit(const std::string& name) {
   auto& definitions = at(definitions_, quantity);
   definitions.erase(definitions.begin() + index);
   if (quantity <= kLastBaseQuantity) converters_->removeConversionFunctionsForUnit(quantity, index);
+  announcement.finish();
 }
 
 std::vector<std::string> UnitManager::userUnitsNamedBy(const std::string& text) const {

@@ -15,6 +15,12 @@
 // finds what names a user unit through an index instead of a scan: registering, and
 // removing, a unit costs O(1) but for the removal's shift of the later indexes, O(n).
 //
+// Listeners follow the rules of Announcement.hpp: an addition is announced once it is
+// complete, a removal before anything is removed; a listener cannot refuse either (its
+// error reaches the caller after the change); a listener added during an announcement is
+// first called for the next change; and a listener may read the registries but not change
+// them.
+//
 // Threads: any number of threads may convert, verify and parse (convert,
 // verifyUnitCompositionString and the calls built on it) while others register or
 // remove units; each such call sees the registries before or after a change, never
@@ -157,21 +163,26 @@ class UnitManager {
   CompositionCache::Found findCached(std::string_view text) const { return cache_.lookup(text); }
 
   // ---- Changes.
-  // Registers, redefines or ignores the definition. The registry owns it afterwards,
-  // unless the code was NOTHING_TO_REGISTER or a check raised: then it stays with the
-  // caller.
+  // Registers, redefines or ignores the definition. Every check runs before anything
+  // changes: a refused registration leaves the registries as they were and the definition
+  // with the caller. The registry owns the definition when it is registered
+  // (getUnitRepresentation(name) == definition), also when the call then raises a
+  // listener's error; with NOTHING_TO_REGISTER it stays with the caller.
   void registerUnit(UnitRepresentationApi* definition);
   // Removes a user unit; later units of its quantity move down one index. Raises
-  // "Unit:NotFound", "Unit:CannotUnregisterBuiltin" or "Unit:BeingUsed".
+  // "Unit:NotFound", "Unit:CannotUnregisterBuiltin" or "Unit:BeingUsed" before anything
+  // changes.
   void unregisterUnit(const std::string& name);
+  // The unit's address when unregisterUnit would remove it; raises its refusal otherwise.
+  UnitAddress requireRemovable(const std::string& name) const;
   // The checks of registration, without changes; returns the registration code.
   int verifyUnitForRegistration(const UnitRepresentationApi* definition) const;
   int checkForPrefixInRegisteringUnitName(const std::string& name,
                                           const UnitRepresentationApi* definition) const;
   int checkForAlreadyRegisteredUnit(const UnitComposition* composition,
                                     const UnitRepresentationApi* definition, int quantity) const;
-  // Removes the old definition of a unit being redefined and caches the new one's
-  // composition; `own` is freed.
+  // Removes the old definition of a unit being redefined and, when `own` is given,
+  // caches it as the name's composition.
   void unregisterUnitForUnitRegistration(const UnitRepresentationApi* definition,
                                          std::unique_ptr<UnitComposition> own);
   void addUnitRegisteredListener(const Listener& listener);

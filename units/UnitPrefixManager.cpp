@@ -7,9 +7,11 @@
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
+#include "units/Announcement.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/RegistryLock.hpp"
 #include "units/UnitChangeEvent.hpp"
+#include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/messages/UnitErrors.hpp"
 #include "units/udd/UDDObjectManager.hpp"
@@ -111,15 +113,24 @@ bool UnitPrefixManager::verifyUnitPrefix(const UnitPrefix* prefix) const {
 }
 
 void UnitPrefixManager::registerPrefix(UnitPrefixApi* prefixApi) {
+  Announcement::refuseInsideListener();
   RegistryLock::Change change;
   auto* prefix = dynamic_cast<UnitPrefix*>(prefixApi);
   if (prefix == nullptr) throw std::invalid_argument("registerPrefix needs a TwUnits::UnitPrefix");
   if (verifyUnitPrefix(prefix)) return;  // the same prefix is registered; the caller keeps this one
+  Announcement announcement;
   attachChangeGuard(prefix);
   prefixes_.emplace_back(prefix);
   byName_.emplace(prefix->getName(), prefix);
   names_.push_back(prefix->getName());
-  for (const Listener& listener : listeners_->registered) listener(prefix);
+  if (listeners_->added) listeners_->added(prefix);
+  announcement.tell(listeners_->registered, prefix);
+  announcement.finish();
+}
+
+void UnitPrefixManager::setUnitRegistryFollower(const Listener& added, const Listener& removing) {
+  listeners_->added = added;
+  listeners_->removing = removing;
 }
 
 void UnitPrefixManager::prefixChangedEvent(const UnitPrefixApi* prefix,
@@ -129,6 +140,7 @@ void UnitPrefixManager::prefixChangedEvent(const UnitPrefixApi* prefix,
 }
 
 void UnitPrefixManager::unregisterPrefix(const std::string& name) {
+  Announcement::refuseInsideListener();
   RegistryLock::Change change;
   int index = getPrefixIndex(name);
   if (index == -1) raiseError(errors::PrefixNotFound, name);
@@ -142,12 +154,16 @@ void UnitPrefixManager::unregisterPrefix(const std::string& name) {
         errors::PrefixBeingUsed,
         units->getQuantityUnitStrings2(user.first).at(static_cast<std::size_t>(user.second)));
   }
-  // A listener may refuse the removal by raising; nothing has changed yet.
-  for (const Listener& listener : listeners_->unregistered) listener(prefix);
-  if (listeners_->removal) listeners_->removal(prefix);
+  Announcement announcement;
+  announcement.offer(listeners_->unregistered, prefix);
+  announcement.commit();
+  if (listeners_->removal) announcement.call([&] { listeners_->removal(prefix); });
+  UnitComposition::prefixRemoved(index);
+  if (listeners_->removing) listeners_->removing(prefix);
   byName_.erase(name);
   names_.erase(names_.begin() + index);
   prefixes_.erase(prefixes_.begin() + index);
+  announcement.finish();
 }
 
 bool UnitPrefixManager::isPrefixBuiltin(const std::string& name) const {

@@ -4,6 +4,12 @@
 // The process-wide registry of unit prefixes. A prefix's position in the registry is
 // its prefix index, by which compositions refer to it.
 //
+// Listeners follow the rules of Announcement.hpp: an addition is announced once it is
+// complete, a removal before anything is removed; a listener cannot refuse either (its
+// error reaches the caller after the change); a listener added during an announcement is
+// first called for the next change; and a listener may read the registries but not change
+// them.
+//
 // Threads: registering and removing a prefix hold the registries' lock, so they may run
 // while other threads convert, verify and parse; the queries read without it
 // (units/RegistryLock.hpp).
@@ -56,6 +62,10 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
   // prefix may be registered; raises otherwise (checks in order: unset name, invalid
   // name, built-in name, duplicate name, a registered unit that begins with the name).
   bool verifyUnitPrefix(const UnitPrefix* prefix) const;
+  // The unit registry's cache follows each addition and removal as part of it: `added`
+  // once a prefix is stored, before the listeners hear of it; `removing` after the
+  // listeners heard of a removal, while the prefix still has its index.
+  void setUnitRegistryFollower(const Listener& added, const Listener& removing);
   // The change listener of every registered prefix: refuses every change.
   void prefixChangedEvent(const UnitPrefixApi* prefix,
                           UnitPrefixApi::UNIT_PREFIX_PROPERTY property);
@@ -92,6 +102,8 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
     std::vector<Listener> registered;
     std::vector<Listener> unregistered;
     Listener removal;
+    Listener added;
+    Listener removing;
   };
 
   void attachChangeGuard(UnitPrefix* prefix);

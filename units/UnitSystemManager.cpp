@@ -1,6 +1,7 @@
 #include "units/UnitSystemManager.hpp"
 
 #include "host/StringUtils.hpp"
+#include "units/Announcement.hpp"
 #include "units/RegistryLock.hpp"
 #include "units/messages/UnitErrors.hpp"
 
@@ -51,6 +52,7 @@ const UnitSystemApi* UnitSystemManager::getUnitSystemApi(const std::string& name
 }
 
 void UnitSystemManager::registerUnitSystem(UnitSystem* system) {
+  Announcement::refuseInsideListener();
   RegistryLock::Change change;
   const std::string& name = system->getUnitSystemName();
   if (!isValidCALVEXIdentifier(name)) raiseError(errors::SystemNameInvalid);
@@ -61,6 +63,7 @@ void UnitSystemManager::registerUnitSystem(UnitSystem* system) {
 }
 
 void UnitSystemManager::unregisterUnitSystem(const std::string& name) {
+  Announcement::refuseInsideListener();
   RegistryLock::Change change;
   auto kept = std::make_unique<std::vector<std::unique_ptr<UnitSystem>>>();
   bool removed = false;

@@ -220,7 +220,7 @@ HostArrayPtr ArrayOperations::concatenate(std::vector<HostArrayPtr> values) {
     case ClassId::Char: {
       std::string text;
       for (const HostArrayPtr& part : parts) text += part->getString();
-      return HostArrayPtr(HostArray::createString(text.c_str()));
+      return HostArrayPtr(HostArray::createString(text));
     }
     case ClassId::Cell: {
       HostArrayPtr result(HostArray::createCellMatrix(1, total));

@@ -146,7 +146,7 @@ Interpreter::Values Interpreter::evaluate(const Expr& expr, int nargout) {
     case Expr::Kind::Number:
       return single(HostArrayPtr(HostArray::createDoubleScalar(expr.number)));
     case Expr::Kind::String:
-      return single(HostArrayPtr(HostArray::createString(expr.text.c_str())));
+      return single(HostArrayPtr(HostArray::createString(expr.text)));
     case Expr::Kind::Row: {
       Values elements;
       for (const auto& element : expr.operands) elements.push_back(evaluateOne(*element));

@@ -1,7 +1,6 @@
 #include "python/src/Border.hpp"
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,7 +25,6 @@ IssueClasses classes;
 
 std::vector<Issued> collectedWarnings;
 int libraryDepth = 0;
-int listenerDepth = 0;
 
 py::handle classFor(py::handle byIdentifier, py::handle base, const char* identifier) {
   if (!byIdentifier) return base;
@@ -91,21 +89,11 @@ void setIssueClasses(py::dict errors, py::object errorBase, py::dict warnings,
   classes = {errors.release(), errorBase.release(), warnings.release(), warningBase.release()};
 }
 
-void enterLibrary(Access access) {
-  if (access == Access::Changes && listenerDepth > 0) {
-    throw std::runtime_error(
-        "the unit registries cannot change from inside a change listener; "
-        "look them up, or make the change after the listener returns");
-  }
-  ++libraryDepth;
-}
+void enterLibrary() { ++libraryDepth; }
 
 void leaveLibrary(bool succeeded) {
   if (--libraryDepth > 0 || collectedWarnings.empty()) return;
   issueCollectedWarnings(succeeded);
 }
-
-ListenerScope::ListenerScope() { ++listenerDepth; }
-ListenerScope::~ListenerScope() { --listenerDepth; }
 
 }  // namespace twzo_python

@@ -2,17 +2,14 @@
 
 // File: Border.hpp
 // The border between Python and the units library. Every call into the library goes
-// through `callLibrary`, which
-//   - refuses a change of the registries while a change listener runs, since the library
-//     calls its listeners in the middle of its own changes;
-//   - hands the warnings that the library issued during the call to Python's `warnings`
-//     module once the library has returned, so that no Python code runs inside the
-//     library on their account (a filter that turns one into an error raises it then).
-// The library's errors (`ErrorIdException*`) become the package's exception classes
-// through the translator that `installBorder` registers.
+// through `callLibrary`, which hands the warnings that the library issued during the call
+// to Python's `warnings` module once the library has returned, so that no Python code runs
+// inside the library on their account (a filter that turns one into an error raises it
+// then). The library's errors (`ErrorIdException*`) become the package's exception
+// classes through the translator that `installBorder` registers.
 //
 // Example:
-//   double metres = callLibrary(Access::Changes, [&] { return convertOne(1.0, "mile", "meter"); });
+//   double metres = callLibrary([&] { return units->convert(1.0, "mile", "meter"); });
 
 #include <pybind11/pybind11.h>
 
@@ -22,11 +19,6 @@ namespace twzo_python {
 
 namespace py = pybind11;
 
-enum class Access {
-  Reads,    // looks the registries up and changes nothing
-  Changes,  // registers, removes, or verifies a text (which caches it)
-};
-
 // Installs the error translator and the warning handler; once per process.
 void installBorder();
 // The package's exception and warning classes, keyed by identifier, and the bases used
@@ -34,14 +26,14 @@ void installBorder();
 void setIssueClasses(py::dict errors, py::object errorBase, py::dict warnings,
                      py::object warningBase);
 
-void enterLibrary(Access access);
+void enterLibrary();
 // Issues the warnings collected since the outermost call began. After a failed call,
 // a warning that a filter turns into an error gives way to the library's error.
 void leaveLibrary(bool succeeded);
 
 template <class Call>
-decltype(auto) callLibrary(Access access, Call&& call) {
-  enterLibrary(access);
+decltype(auto) callLibrary(Call&& call) {
+  enterLibrary();
   if constexpr (std::is_void_v<decltype(call())>) {
     try {
       call();
@@ -63,14 +55,5 @@ decltype(auto) callLibrary(Access access, Call&& call) {
     return result;
   }
 }
-
-// Marks the time a change listener runs: callLibrary refuses changes meanwhile.
-class ListenerScope {
- public:
-  ListenerScope();
-  ~ListenerScope();
-  ListenerScope(const ListenerScope&) = delete;
-  ListenerScope& operator=(const ListenerScope&) = delete;
-};
 
 }  // namespace twzo_python

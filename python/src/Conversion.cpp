@@ -101,7 +101,7 @@ class Converter {
 
   Converter inverse() const {
     UnitConverter forward = factors_;
-    std::unique_ptr<UnitConverterApi> reverse(callLibrary(Access::Reads, [&] {
+    std::unique_ptr<UnitConverterApi> reverse(callLibrary([&] {
       return UnitManager::Instance()->getUnitConverterManagerApi()->getReverseUnitConverterApi(
           &forward);
     }));
@@ -115,7 +115,7 @@ class Converter {
 };
 
 Converter express(const std::string& text, const std::string& system) {
-  return callLibrary(Access::Changes, [&] {
+  return callLibrary([&] {
     UnitManager* units = UnitManager::Instance();
     std::pair<double, double> factors;
     std::unique_ptr<TwUnits::UnitComposition> inSystem(units->createUnitCompApiForUnitSystem(
@@ -133,12 +133,10 @@ void bindConversion(py::module_& module) {
       [](const py::object& value, const std::string& from, const std::string& to) -> py::object {
         Value read = readValue(value);
         if (read.isNumber) {
-          return py::float_(callLibrary(Access::Changes, [&] {
-            return UnitManager::Instance()->convert(read.number, from, to);
-          }));
+          return py::float_(
+              callLibrary([&] { return UnitManager::Instance()->convert(read.number, from, to); }));
         }
-        return apply(read,
-                     callLibrary(Access::Changes, [&] { return converterBetween(from, to); }));
+        return apply(read, callLibrary([&] { return converterBetween(from, to); }));
       },
       py::arg("value"), py::arg("from_text"), py::arg("to_text"),
       R"(Converts a value from one unit or composition to another.
@@ -161,9 +159,7 @@ an array as convert() does.
 >>> c = Converter('celsius', 'fahrenheit'); c(100.0)
 212.0)")
       .def(py::init([](const std::string& from, const std::string& to) {
-             return Converter(
-                 callLibrary(Access::Changes, [&] { return converterBetween(from, to); }), from,
-                 to);
+             return Converter(callLibrary([&] { return converterBetween(from, to); }), from, to);
            }),
            py::arg("from_text"), py::arg("to_text"))
       .def(

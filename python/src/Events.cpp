@@ -48,7 +48,6 @@ class Subscription {
 
 // Emptied at interpreter exit, so that no Python object outlives the interpreter.
 std::vector<std::shared_ptr<Subscription>> subscribers;
-bool unitRemovalRefusable = false;
 
 void Subscription::cancel() {
   active_ = false;
@@ -60,59 +59,50 @@ void Subscription::cancel() {
   }
 }
 
-void notify(const char* kind, const std::string& name, bool refusable) {
+// Calls the subscribers of the moment, each once, as one of the library's listeners: the
+// library decides what an error means (raised while a removal is offered, it refuses the
+// removal; otherwise it reaches the caller once the change is done). Every subscriber is
+// told, and the first error goes to the library.
+void notify(const char* kind, const std::string& name) {
   if (subscribers.empty()) return;
   py::gil_scoped_acquire locked;  // the library may be called from a thread without it
-  ListenerScope scope;
   // A subscriber may subscribe or cancel while it is called: the call goes to those of now.
   const std::vector<std::shared_ptr<Subscription>> now = subscribers;
+  std::optional<py::error_already_set> first;
   for (const auto& subscription : now) {
     if (!subscription->wants(kind)) continue;
     try {
       subscription->callback()(kind, name);
     } catch (py::error_already_set& raised) {
-      if (refusable) throw;  // nothing has changed yet: the removal is refused
-      // The change is done and cannot be refused: the error is reported, as Python
-      // reports errors in __del__ or weakref callbacks, and the others still hear of it.
-      raised.discard_as_unraisable(subscription->callback());
+      if (!first) first.emplace(std::move(raised));
     }
   }
+  if (first) throw *first;
 }
 
 void addLibraryListeners() {
   TwUnits::UnitManager* units = TwUnits::UnitManager::Instance();
-  units->addUnitRegisteredListener([](const TwUnits::UnitRepresentationApi* unit) {
-    notify("UNIT_CREATED", unit->getName(), false);
-  });
-  units->addUnitUnregisteredListener([](const TwUnits::UnitRepresentationApi* unit) {
-    notify("UNIT_REMOVED", unit->getName(), unitRemovalRefusable);
-  });
-  // The prefix and quantity registries call their removal listeners after the unit
-  // registry's own, which have already changed its state: no refusal there.
+  units->addUnitRegisteredListener(
+      [](const TwUnits::UnitRepresentationApi* unit) { notify("UNIT_CREATED", unit->getName()); });
+  units->addUnitUnregisteredListener(
+      [](const TwUnits::UnitRepresentationApi* unit) { notify("UNIT_REMOVED", unit->getName()); });
   TwUnits::UnitPrefixManager* prefixes = TwUnits::UnitPrefixManager::Instance();
-  prefixes->addUnitPrefixRegisteredListener([](const TwUnits::UnitPrefixApi* prefix) {
-    notify("PREFIX_CREATED", prefix->getName(), false);
-  });
-  prefixes->addUnitPrefixUnregisteredListener([](const TwUnits::UnitPrefixApi* prefix) {
-    notify("PREFIX_REMOVED", prefix->getName(), false);
-  });
+  prefixes->addUnitPrefixRegisteredListener(
+      [](const TwUnits::UnitPrefixApi* prefix) { notify("PREFIX_CREATED", prefix->getName()); });
+  prefixes->addUnitPrefixUnregisteredListener(
+      [](const TwUnits::UnitPrefixApi* prefix) { notify("PREFIX_REMOVED", prefix->getName()); });
   TwUnits::PhysicalQuantityManager* quantities = TwUnits::PhysicalQuantityManager::Instance();
   quantities->addPhysicalQuantityRegisteredListener(
       [](const TwUnits::QuantityDimensionApi* quantity) {
-        notify("QUANTITY_CREATED", quantity->getName(), false);
+        notify("QUANTITY_CREATED", quantity->getName());
       });
   quantities->addPhysicalQuantityUnregisteredListener(
       [](const TwUnits::QuantityDimensionApi* quantity, unsigned long) {
-        notify("QUANTITY_REMOVED", quantity->getName(), false);
+        notify("QUANTITY_REMOVED", quantity->getName());
       });
 }
 
 }  // namespace
-
-RefusableUnitRemoval::RefusableUnitRemoval() : previous_(unitRemovalRefusable) {
-  unitRemovalRefusable = true;
-}
-RefusableUnitRemoval::~RefusableUnitRemoval() { unitRemovalRefusable = previous_; }
 
 void bindEvents(py::module_& module) {
   static bool listening = false;
@@ -154,11 +144,11 @@ void bindEvents(py::module_& module) {
       R"(Calls callback(kind, name) after each change of the registries, or of the kinds given.
 
 kind is 'UNIT_CREATED', 'UNIT_REMOVED', 'PREFIX_CREATED', 'PREFIX_REMOVED',
-'QUANTITY_CREATED' or 'QUANTITY_REMOVED'; name names what changed. A callback runs inside
-the change: it may look the registries up, and a change it asks for raises RuntimeError.
-Raising on 'UNIT_REMOVED' refuses the removal of a unit (unregister_unit, or the redefinition
-in register_unit): the error reaches their caller and nothing is removed. Any other error is
-reported through sys.unraisablehook and the change stands.
+'QUANTITY_CREATED' or 'QUANTITY_REMOVED'; name names what changed. A callback is one of the
+library's listeners and keeps their rules: it may look the registries up, but a change it
+asks for raises RuntimeError. Raising while a removal is still offered (before anything is
+removed) refuses it: nothing is removed and the error reaches the caller. Any other error
+reaches the caller once the change is done, every subscriber having been told.
 
 >>> with subscribe(print, kinds='UNIT_CREATED'): register_unit('furlong', 'meter', 201.168)
 UNIT_CREATED furlong)");

@@ -79,39 +79,60 @@ std::unique_ptr<UnitRepresentation> definitionOf(const std::string& name,
   return definition;
 }
 
+// Runs a registration and lets go of `object` when the registry keeps it, whether the
+// registration returned or raised: a listener's error comes once the registration is
+// complete, and the registry owns what it registered.
+template <class T, class Registration, class Kept>
+void handOver(std::unique_ptr<T>& object, Registration registration, Kept kept) {
+  try {
+    registration();
+  } catch (...) {
+    if (kept()) object.release();
+    throw;
+  }
+  if (kept()) object.release();
+}
+
 void registerUnit(const std::string& name, const std::string& composition, double multiplier,
                   double offset) {
-  callLibrary(Access::Changes, [&] {
-    RefusableUnitRemoval redefinition;
+  callLibrary([&] {
     UnitManager* units = UnitManager::Instance();
     std::unique_ptr<UnitRepresentation> definition =
         definitionOf(name, composition, multiplier, offset);
-    units->registerUnit(definition.get());
+    UnitRepresentation* registered = definition.get();
     // Nothing to register (the same definition, or a prefix on a unit) leaves it with us.
-    if (units->getUnitRepresentation(definition->getName()) == definition.get())
-      definition.release();  // the registry owns it now
+    handOver(
+        definition, [&] { units->registerUnit(registered); },
+        [&] { return units->getUnitRepresentation(registered->getName()) == registered; });
   });
 }
 
 void registerPrefix(const std::string& name, int exponent) {
-  callLibrary(Access::Changes, [&] {
+  callLibrary([&] {
     auto prefix = std::make_unique<UnitPrefix>(name, exponent, "");
+    UnitPrefix* registered = prefix.get();
     UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-    prefixes->registerPrefix(prefix.get());
     // The same prefix registered already leaves this one with us.
-    if (prefixes->getUnitPrefixApi(prefix->getName()) == prefix.get())
-      prefix.release();  // the registry owns it now
+    handOver(
+        prefix, [&] { prefixes->registerPrefix(registered); },
+        [&] { return prefixes->getUnitPrefixApi(registered->getName()) == registered; });
   });
 }
 
 void registerQuantity(std::unique_ptr<QuantityDimension> quantity) {
-  PhysicalQuantityManager::Instance()->registerPhysicalQuantity(quantity.get());
-  quantity.release();  // the registry owns it now
+  PhysicalQuantityManager* quantities = PhysicalQuantityManager::Instance();
+  const QuantityDimension* registered = quantity.get();
+  handOver(
+      quantity, [&] { quantities->registerPhysicalQuantity(registered); },
+      [&] {
+        return quantities->getQuantityDimension(
+                   quantities->getQuantityIdx(std::string(registered->getName()))) == registered;
+      });
 }
 
 void registerSystem(const std::string& name,
                     const std::array<std::string, kBaseDimensionCount>& unitNames) {
-  callLibrary(Access::Changes, [&] {
+  callLibrary([&] {
     auto system = std::make_unique<UnitSystem>(name.c_str());
     auto unitName = unitNames.begin();
     for (const SystemField& field : kSystemFields) (system.get()->*field.set)(*unitName++);
@@ -121,7 +142,7 @@ void registerSystem(const std::string& name,
 }
 
 py::dict listUnits(bool builtin) {
-  return callLibrary(Access::Reads, [&] {
+  return callLibrary([&] {
     py::dict listed;
     const UnitManager* units = UnitManager::Instance();
     for (int q = 0; q < units->getNumQuantityLists(); ++q) {
@@ -144,7 +165,7 @@ py::dict listUnits(bool builtin) {
 }
 
 py::dict listPrefixes() {
-  return callLibrary(Access::Reads, [] {
+  return callLibrary([] {
     py::dict listed;
     const UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
     const std::vector<std::string>& names = prefixes->getPrefixNames();
@@ -161,7 +182,7 @@ py::tuple exponentsOf(const QuantityDimension& quantity) {
 }
 
 py::dict listQuantities() {
-  return callLibrary(Access::Reads, [] {
+  return callLibrary([] {
     py::dict listed;
     const PhysicalQuantityManager* quantities = PhysicalQuantityManager::Instance();
     for (int q = 0; q < quantities->getNumQuantities(); ++q) {
@@ -173,7 +194,7 @@ py::dict listQuantities() {
 }
 
 py::dict listSystems() {
-  return callLibrary(Access::Reads, [] {
+  return callLibrary([] {
     py::dict listed;
     for (const auto& system : UnitSystemManager::Instance()->getUnitSystems()) {
       py::dict unitNames;
@@ -224,10 +245,7 @@ an offset.
   module.def(
       "unregister_unit",
       [](const std::string& name) {
-        callLibrary(Access::Changes, [&] {
-          RefusableUnitRemoval removal;
-          UnitManager::Instance()->unregisterUnit(name);
-        });
+        callLibrary([&] { UnitManager::Instance()->unregisterUnit(name); });
       },
       py::arg("name"),
       "Removes a user unit. Raises UnitNotFoundError, UnitCannotUnregisterBuiltinError or "
@@ -240,14 +258,13 @@ an offset.
   module.def(
       "unregister_prefix",
       [](const std::string& name) {
-        callLibrary(Access::Changes,
-                    [&] { UnitPrefixManager::Instance()->unregisterPrefix(name); });
+        callLibrary([&] { UnitPrefixManager::Instance()->unregisterPrefix(name); });
       },
       py::arg("name"), "Removes a user prefix that no unit's definition uses.");
   module.def(
       "register_quantity",
       [](const std::string& name, const std::string& dimensions) {
-        callLibrary(Access::Changes, [&] {
+        callLibrary([&] {
           std::unique_ptr<QuantityDimension> quantity(
               TwUnits::QuantityStringParser::Instance()->createQuantityDimensionFromString(
                   dimensions));
@@ -263,7 +280,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "register_quantity",
       [](const std::string& name, const std::array<int, kBaseDimensionCount>& exponents) {
-        callLibrary(Access::Changes, [&] {
+        callLibrary([&] {
           registerQuantity(std::make_unique<QuantityDimension>(exponents.data(), name.c_str()));
         });
       },
@@ -271,8 +288,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "unregister_quantity",
       [](const std::string& name) {
-        callLibrary(Access::Changes,
-                    [&] { PhysicalQuantityManager::Instance()->unregisterPhysicalQuantity(name); });
+        callLibrary([&] { PhysicalQuantityManager::Instance()->unregisterPhysicalQuantity(name); });
       },
       py::arg("name"), "Removes a user quantity and its units.");
   module.def(
@@ -290,8 +306,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "unregister_system",
       [](const std::string& name) {
-        callLibrary(Access::Changes,
-                    [&] { UnitSystemManager::Instance()->unregisterUnitSystem(name); });
+        callLibrary([&] { UnitSystemManager::Instance()->unregisterUnitSystem(name); });
       },
       py::arg("name"), "Removes a unit system (the built-in 'MKS' too).");
 
@@ -308,8 +323,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "verify",
       [](const std::string& text) {
-        callLibrary(Access::Changes,
-                    [&] { UnitManager::Instance()->verifyUnitCompositionString(text); });
+        callLibrary([&] { UnitManager::Instance()->verifyUnitCompositionString(text); });
       },
       py::arg("text"),
       "Checks that a composition is well formed and names registered units; raises its error "
@@ -318,7 +332,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
       "verify_unit",
       [](const std::string& name, const std::string& composition, double multiplier,
          double offset) {
-        return callLibrary(Access::Changes, [&] {
+        return callLibrary([&] {
           std::unique_ptr<UnitRepresentation> definition =
               definitionOf(name, composition, multiplier, offset);
           return UnitManager::Instance()->verifyUnitForRegistration(definition.get()) ==
@@ -331,7 +345,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "parse",
       [](const std::string& text) {
-        return callLibrary(Access::Changes, [&] {
+        return callLibrary([&] {
           UnitManager::Instance()->verifyUnitCompositionString(text);
           auto [names, exponents] =
               TwUnits::QuantityStringParser::Instance()->getUnitMakeupAndExponentsFromString(text);
@@ -348,7 +362,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "dimensions",
       [](const std::string& text) {
-        return callLibrary(Access::Changes, [&] { return exponentsOf(*quantityOf(text)); });
+        return callLibrary([&] { return exponentsOf(*quantityOf(text)); });
       },
       py::arg("text"),
       "The seven base exponents of a composition (amount, mass, length, time, temperature, "
@@ -356,8 +370,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "quantity",
       [](const std::string& text) {
-        return callLibrary(Access::Changes,
-                           [&] { return std::string(quantityOf(text)->getName()); });
+        return callLibrary([&] { return std::string(quantityOf(text)->getName()); });
       },
       py::arg("text"),
       "The name of a composition's physical quantity ('Unnamed_Quant_<n>' for dimensions "
@@ -365,7 +378,7 @@ in the order amount, mass, length, time, temperature, current, luminous_intensit
   module.def(
       "_check_dimensions",
       [](const std::string& first, const std::string& second) {
-        return callLibrary(Access::Changes, [&] {
+        return callLibrary([&] {
           return UnitManager::Instance()->getDimensionalAnalysisManagerApi()->checkDimensionsMatch(
               first, second);
         });

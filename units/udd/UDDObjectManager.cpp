@@ -48,7 +48,8 @@ void registerWithHostObject(UDInterface* object, Register registerIt, IsKept isK
   try {
     registerIt(library);
   } catch (...) {
-    undo();
+    // A listener's error comes after the registration: a kept object stays registered.
+    if (!isKept(library)) undo();
     throw;
   }
   if (!isKept(library)) undo();

@@ -253,10 +253,14 @@ class UnitManager_createUnitPrefix_MI : public UDMethodInfo {
     }
     int exponent = checkedPrefixExponent(number(args[2]), errors::UnitPrefixMustBeMultTen);
     auto prefix = std::make_unique<UnitPrefix>(text(args[1]), exponent, "");
-    prefixes->registerPrefix(prefix.get());
+    UnitPrefix* registered = prefix.get();
     // The same prefix registered already: nothing new to show.
-    if (prefixes->getUnitPrefixApi(prefix->getName()) != prefix.get()) return;
-    results[0] = prefix.release()->getUDI();
+    if (!handOver(
+            prefix, [&] { prefixes->registerPrefix(registered); },
+            [&] { return prefixes->getUnitPrefixApi(registered->getName()) == registered; })) {
+      return;
+    }
+    results[0] = registered->getUDI();
   }
 
  private:
@@ -285,10 +289,14 @@ class UnitManager_createUnit_MI : public UDMethodInfo {
       return;
     }
     std::unique_ptr<UnitRepresentation> definition = definitionFrom(nArgs, args);
-    units->registerUnit(definition.get());
+    UnitRepresentation* registered = definition.get();
     // Nothing to register (the same definition, or a prefix on a unit): an empty handle.
-    if (units->getUnitRepresentation(definition->getName()) != definition.get()) return;
-    results[0] = definition.release()->getUDI();
+    if (!handOver(
+            definition, [&] { units->registerUnit(registered); },
+            [&] { return units->getUnitRepresentation(registered->getName()) == registered; })) {
+      return;
+    }
+    results[0] = registered->getUDI();
   }
 
  private:
@@ -326,8 +334,13 @@ class UnitManager_createPhysicalQuantity_MI : public UDMethodInfo {
     } else {
       quantity = fromExponents(name, *static_cast<const HostArray*>(args[2]));
     }
-    PhysicalQuantityManager::Instance()->registerPhysicalQuantity(quantity.get());
-    const QuantityDimension* registered = quantity.release();  // the registry owns it now
+    PhysicalQuantityManager* quantities = PhysicalQuantityManager::Instance();
+    const QuantityDimension* registered = quantity.get();
+    handOver(
+        quantity, [&] { quantities->registerPhysicalQuantity(registered); },
+        [&] {
+          return quantities->getQuantityDimension(quantities->getQuantityIdx(name)) == registered;
+        });
 
     UDInterface* manager = hostObject(args[0]);
     Vector* created = getCreatedQuantities(manager);
