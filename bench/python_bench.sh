@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/deps.sh python3-pint
-cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DTW_BUILD_BENCH=ON >/dev/null
+scripts/deps.sh --tests python3-pint
+cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release >/dev/null
 cmake --build build/release --target twzo_units_python -j "$(nproc)"
 PYTHONPATH=build/release/python /usr/bin/python3 bench/python_bench.py

@@ -24,6 +24,7 @@ fi
 
 scripts/deps.sh clang libclang-rt-14-dev
 cmake -S . -B build/fuzz -DCMAKE_CXX_COMPILER=clang++ -DTW_FUZZ=ON -DTW_BUILD_TESTS=OFF \
+  "-DTW_WERROR=${TW_WERROR:-OFF}" \
   -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG="-O1 -g"
 cmake --build build/fuzz -j "$(nproc)"
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0"

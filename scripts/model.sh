@@ -11,7 +11,7 @@ cd "$(dirname "$0")/.."
 seeds="${1:-200}"
 steps="${2:-1000}"
 
-scripts/deps.sh
+scripts/deps.sh --tests
 cmake -S . -B build/sanitize -DCMAKE_BUILD_TYPE=Debug -DTW_SANITIZE=ON
 cmake --build build/sanitize -j "$(nproc)" --target units_tests
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1"

@@ -6,6 +6,6 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/deps.sh --no-recommends octave liboctave-dev
-cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DTW_BUILD_OCTAVE=ON
+cmake -S . -B build/release -DCMAKE_BUILD_TYPE=Release -DTW_BUILD_OCTAVE=ON -DTW_BUILD_TESTS=OFF
 cmake --build build/release -j "$(nproc)" --target octave_package
 cmake --install build/release --component octave

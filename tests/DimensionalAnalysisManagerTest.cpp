@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "tests/support/Pristine.hpp"
 #include "units/DimensionalAnalysisManager.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
@@ -9,7 +10,7 @@
 namespace TwUnits {
 namespace {
 
-TEST(DimensionalAnalysis, TwoCompositions) {
+PRISTINE_TEST(DimensionalAnalysis, TwoCompositions) {
   const DimensionalAnalysisManagerApi* checker =
       UnitManager::Instance()->getDimensionalAnalysisManagerApi();
   struct Case {

@@ -6,6 +6,7 @@
 #include "host/JavaBridge.hpp"
 #include "host/StringVector.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitComposition.hpp"
@@ -28,7 +29,7 @@ class PhysicalQuantityRegistry : public testing::Test {
   PhysicalQuantityManager* registry = PhysicalQuantityManager::Instance();
 };
 
-TEST_F(PhysicalQuantityRegistry, BuiltinQuantities) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, BuiltinQuantities) {
   EXPECT_EQ(registry->getNumQuantities(), 37);
   EXPECT_EQ(registry->getBuiltinCount(), 37);
   EXPECT_EQ(registry->getQuantityIdx(std::string("dimensionless")), 36);
@@ -46,7 +47,7 @@ TEST_F(PhysicalQuantityRegistry, BuiltinQuantities) {
   EXPECT_EQ(canceling->getBaseQuantityMakeup(), "mass^-1*length^-2*time^2");
 }
 
-TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecides) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecides) {
   RegistrySnapshot before = RegistrySnapshot::take();
   int calls = 0;
   registry->addPhysicalQuantityRegisteredListener([&](const QuantityDimensionApi*) { ++calls; });
@@ -104,7 +105,7 @@ TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecides) {
   EXPECT_EQ(RegistrySnapshot::take(), before);
 }
 
-TEST_F(PhysicalQuantityRegistry, RemovalShiftsLaterIndexesAndTellsListenersFirst) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, RemovalShiftsLaterIndexesAndTellsListenersFirst) {
   add("x", {0, 0, 7, 0, 0, 0, 0});
   add("y", {0, 0, 8, 0, 0, 0, 0});
   ASSERT_EQ(registry->getQuantityIdx(std::string("y")), 38);
@@ -122,7 +123,7 @@ TEST_F(PhysicalQuantityRegistry, RemovalShiftsLaterIndexesAndTellsListenersFirst
   EXPECT_EQ(registry->getQuantityTypeNames().at(37), "y");
 }
 
-TEST_F(PhysicalQuantityRegistry, RefusedRemovalChangesNothingAndCallsNoListener) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, RefusedRemovalChangesNothingAndCallsNoListener) {
   int calls = 0;
   registry->addPhysicalQuantityUnregisteredListener(
       [&](const QuantityDimensionApi*, unsigned long) { ++calls; });
@@ -136,7 +137,7 @@ TEST_F(PhysicalQuantityRegistry, RefusedRemovalChangesNothingAndCallsNoListener)
   EXPECT_EQ(RegistrySnapshot::take(), before);
 }
 
-TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnnounced) {
+PRISTINE_TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnnounced) {
   // Found by the registry model test: the removal posted its change event and removed the
   // quantity's later units before a used unit refused it.
   hostSetUsingJava(true);  // before the registries create the change-event sender
@@ -162,7 +163,7 @@ TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnno
   EXPECT_EQ(heard, (std::vector<std::string>{"xa_rate", "xb", "xa"}));
 }
 
-TEST_F(PhysicalQuantityRegistry, ListenersAfterTheUnitRegistryCannotRefuseARemoval) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, ListenersAfterTheUnitRegistryCannotRefuseARemoval) {
   add("x", {0, 0, 7, 0, 0, 0, 0});
   registry->addPhysicalQuantityUnregisteredListener([](const QuantityDimensionApi*, unsigned long) {
     throw new ErrorIdException("Test:Refused", "no");
@@ -172,7 +173,7 @@ TEST_F(PhysicalQuantityRegistry, ListenersAfterTheUnitRegistryCannotRefuseARemov
   EXPECT_EQ(UnitManager::Instance()->getNumQuantityLists(), registry->getNumQuantities());
 }
 
-TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhenRegistrationFails) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhenRegistrationFails) {
   UnitComposition meterTo7(UnitBase(2, 0, -1));
   meterTo7 ^= 7;
   registry->registerAnonymousPQ(&meterTo7);
@@ -189,7 +190,7 @@ TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhenRegistrat
   EXPECT_EQ(registry->getQuantityIdx(std::string("Unnamed_Quant_4")), 39);
 }
 
-TEST_F(PhysicalQuantityRegistry, ListenersRunInOrderOfAddition) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, ListenersRunInOrderOfAddition) {
   std::vector<int> order;
   registry->addPhysicalQuantityRegisteredListener(
       [&](const QuantityDimensionApi*) { order.push_back(1); });
@@ -199,7 +200,7 @@ TEST_F(PhysicalQuantityRegistry, ListenersRunInOrderOfAddition) {
   EXPECT_EQ(order, (std::vector<int>{1, 2}));
 }
 
-TEST_F(PhysicalQuantityRegistry, CreatedQuantitiesBelongToTheCaller) {
+PRISTINE_TEST_F(PhysicalQuantityRegistry, CreatedQuantitiesBelongToTheCaller) {
   std::unique_ptr<QuantityDimensionApi> empty(registry->createQuantityDimensionApi());
   EXPECT_TRUE(empty->isDimensionless());
   std::unique_ptr<QuantityDimensionApi> copy(

@@ -7,6 +7,7 @@
 #include "host/UserException.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/HostCalls.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/udd/QuantityDimensionUDC.hpp"
 
@@ -18,7 +19,7 @@ using QuantityClass = ModuleFixture;
 const char* kExponents[] = {"Amount", "Mass",    "Length",           "Time",
                             "Temp",   "Current", "LuminousIntensity"};
 
-TEST_F(QuantityClass, EachExponentPropertyChangesOnlyItsOwn) {
+PRISTINE_TEST_F(QuantityClass, EachExponentPropertyChangesOnlyItsOwn) {
   for (int e = 0; e < 7; ++e) {
     SCOPED_TRACE(kExponents[e]);
     UDInterface* quantity = construct("PhysicalQuantity");
@@ -32,7 +33,7 @@ TEST_F(QuantityClass, EachExponentPropertyChangesOnlyItsOwn) {
   EXPECT_EQ(getText(quantity, "name"), "speed2");
 }
 
-TEST_F(QuantityClass, RegisterPassesNameAndExponentsAsA1By7Row) {
+PRISTINE_TEST_F(QuantityClass, RegisterPassesNameAndExponentsAsA1By7Row) {
   std::string name;
   std::vector<double> exponents;
   std::size_t rows = 0;
@@ -52,7 +53,7 @@ TEST_F(QuantityClass, RegisterPassesNameAndExponentsAsA1By7Row) {
   EXPECT_EQ(exponents, (std::vector<double>{0, 0, 1, -1, 0, 0, 0}));
 }
 
-TEST_F(QuantityClass, TheToolboxFunctionRegistersAndRaisesTheRegistrysErrors) {
+PRISTINE_TEST_F(QuantityClass, TheToolboxFunctionRegistersAndRaisesTheRegistrysErrors) {
   hostRegisterToolboxFunctions();
   UDInterface* quantity = construct("PhysicalQuantity");
   set(quantity, "name", text("hyper"));

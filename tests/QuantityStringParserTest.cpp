@@ -4,6 +4,7 @@
 
 #include "host/Exception.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/QuantityDimension.hpp"
 #include "units/QuantityStringParser.hpp"
 #include "units/UnitComposition.hpp"
@@ -203,7 +204,7 @@ TEST_F(Parser, EveryInternalParseErrorPath) {
       "Unit:CompositionLimit");
 }
 
-TEST_F(Parser, SplitIntoVerifiedNumeratorAndDenominator) {
+PRISTINE_TEST_F(Parser, SplitIntoVerifiedNumeratorAndDenominator) {
   using Split = std::pair<std::string, std::string>;
   EXPECT_EQ(parser->splitNumeratorAndDenomintorFromUnitComposition(
                 "(kilogram*meter^2)/(ampere*second^3)"),

@@ -9,7 +9,7 @@
 // change), asks for a change (which must be refused) or adds listeners (which must not hear
 // the change that added them).
 //
-// Each seed is a test of its own, run in a process of its own (the registries never reset).
+// Each seed is a pristine test of its own.
 // TW_MODEL_SEEDS and TW_MODEL_STEPS raise the 6 seeds of 200 steps; scripts/model.sh runs
 // many seeds under the sanitizers: scripts/model.sh 200 1000.
 
@@ -34,6 +34,7 @@
 #include "host/ErrorIdException.hpp"
 #include "host/JavaBridge.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitComposition.hpp"
@@ -275,9 +276,10 @@ struct Model {
 
 // ------------------------------------------------------------------ the test
 
+// Each seed runs pristine: start() comes after runsPristineHere().
 class RegistryModel : public testing::TestWithParam<int> {
  protected:
-  void SetUp() override {
+  void start() {
     hostSetUsingJava(true);  // before the registries create the change-event sender
     units = UnitManager::Instance();
     quantities = PhysicalQuantityManager::Instance();
@@ -1167,6 +1169,8 @@ class RegistryModel : public testing::TestWithParam<int> {
 };
 
 TEST_P(RegistryModel, RandomChangesKeepTheRegistriesAsTheModelSays) {
+  if (!runsPristineHere()) return;
+  start();
   const int stepCount = fromEnvironment("TW_MODEL_STEPS", 200);
   for (int step = 0; step < stepCount; ++step) {
     touched = -1;

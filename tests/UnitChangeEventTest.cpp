@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "host/JavaBridge.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitManager.hpp"
@@ -17,8 +18,8 @@ Events queued() {
   return events;
 }
 
-// Each test runs in a process of its own: the event queue is switched on before any
-// registry creates the change-event sender.
+// Pristine tests: the event queue is switched on before any registry creates the
+// change-event sender.
 class ChangeEvents : public testing::Test {
  protected:
   void SetUp() override {
@@ -33,7 +34,7 @@ class ChangeEvents : public testing::Test {
   UnitManager* units = nullptr;
 };
 
-TEST_F(ChangeEvents, BuiltinSetUpPostsOnlyThePrefixes) {
+PRISTINE_TEST_F(ChangeEvents, BuiltinSetUpPostsOnlyThePrefixes) {
   // Built-in units are set up while the host-object listener is the only one; the
   // prefix registry has its change-event listener from its construction on.
   ASSERT_EQ(builtinEvents.size(), 13u);
@@ -42,7 +43,7 @@ TEST_F(ChangeEvents, BuiltinSetUpPostsOnlyThePrefixes) {
   EXPECT_EQ(hostLiveJavaObjectCount(), 1u) << "only the event class handle";
 }
 
-TEST_F(ChangeEvents, RegistrationCallsTheSenderBeforeLaterListeners) {
+PRISTINE_TEST_F(ChangeEvents, RegistrationCallsTheSenderBeforeLaterListeners) {
   std::vector<std::string> order;
   units->addUnitRegisteredListener([&](const UnitRepresentationApi* u) {
     order.push_back("first saw " + std::to_string(queued().size()) + " " + u->getName());
@@ -55,7 +56,7 @@ TEST_F(ChangeEvents, RegistrationCallsTheSenderBeforeLaterListeners) {
   EXPECT_EQ(hostLiveJavaObjectCount(), 1u) << "event objects and strings are released";
 }
 
-TEST_F(ChangeEvents, PrefixesQuantitiesAndUnitSystems) {
+PRISTINE_TEST_F(ChangeEvents, PrefixesQuantitiesAndUnitSystems) {
   UnitPrefixManager::Instance()->registerPrefix(new UnitPrefix("myria", 4, "my"));
   UnitPrefixManager::Instance()->unregisterPrefix("myria");
   int exponents[7] = {0, 0, 7, 0, 0, 0, 0};
@@ -79,7 +80,7 @@ TEST_F(ChangeEvents, PrefixesQuantitiesAndUnitSystems) {
   EXPECT_EQ(hostLiveJavaObjectCount(), 1u);
 }
 
-TEST(ChangeEventsWithoutJava, NothingIsCreated) {
+PRISTINE_TEST(ChangeEventsWithoutJava, NothingIsCreated) {
   UnitManager* units = UnitManager::Instance();
   units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
   units->unregisterUnit("furlong");

@@ -4,6 +4,7 @@
 #include <memory>
 #include <sstream>
 
+#include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
 #include "units/UnitComposition.hpp"
@@ -175,7 +176,7 @@ TEST_F(Composition, CancellationFoldsTheRatioIntoTheMultiplier) {
   }
 }
 
-TEST_F(Composition, QuantityIndexIsCachedUntilMarkedStale) {
+PRISTINE_TEST_F(Composition, QuantityIndexIsCachedUntilMarkedStale) {
   UnitComposition force = parse("kilogram*meter/second^2");
   EXPECT_EQ(force.getCombinedUnitsQuantityType(), 17);
   UnitComposition odd = parse("meter^5");

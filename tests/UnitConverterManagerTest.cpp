@@ -13,6 +13,7 @@
 
 #include "host/Warning.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitConverterManager.hpp"
 #include "units/UnitManager.hpp"
@@ -53,7 +54,7 @@ class Converters : public testing::Test {
   UnitConverterManager* converters = UnitConverterManager::Instance();
 };
 
-TEST_F(Converters, ConverterValues) {
+PRISTINE_TEST_F(Converters, ConverterValues) {
   struct Case {
     const char* from;
     const char* to;
@@ -76,7 +77,7 @@ TEST_F(Converters, ConverterValues) {
   }
 }
 
-TEST_F(Converters, ConversionErrors) {
+PRISTINE_TEST_F(Converters, ConversionErrors) {
   struct Case {
     const char* from;
     const char* to;
@@ -98,7 +99,7 @@ TEST_F(Converters, ConversionErrors) {
   }
 }
 
-TEST_F(Converters, ReverseConverters) {
+PRISTINE_TEST_F(Converters, ReverseConverters) {
   UnitConverter celsiusToFahrenheit(1.8, 32.0);
   std::unique_ptr<UnitConverter> reverse(converters->getReverseUnitConverter(&celsiusToFahrenheit));
   EXPECT_NEAR(reverse->doConversion(212.0), 100.0, 1e-12);
@@ -110,7 +111,7 @@ TEST_F(Converters, ReverseConverters) {
   EXPECT_EQ(made->doConversion(3.0), 7.0);
 }
 
-TEST_F(Converters, TablesGrowAndShrinkWithBaseUnits) {
+PRISTINE_TEST_F(Converters, TablesGrowAndShrinkWithBaseUnits) {
   EXPECT_EQ(converters->getQuantityUnitConverter(7, 0, 1), nullptr);
   EXPECT_THROW(converters->getQuantityUnitConverter(2, 0, 6), std::out_of_range);
   EXPECT_EQ(converters->getTableSize(2), 36u);
@@ -171,7 +172,7 @@ bool isNearest(double rounded, const Fraction& exact) {
   return true;
 }
 
-TEST_F(Converters, BuiltinPairsAreExactProductsRoundedOnce) {
+PRISTINE_TEST_F(Converters, BuiltinPairsAreExactProductsRoundedOnce) {
   const BuiltinValue values[] = {
       {0, "item", {}, "0"},
       {0, "molecule", {"1"}, "0"},
@@ -218,7 +219,7 @@ TEST_F(Converters, BuiltinPairsAreExactProductsRoundedOnce) {
   }
 }
 
-TEST_F(Converters, TextsConvertedBeforeWarnAndRaiseAsOnFirstSight) {
+PRISTINE_TEST_F(Converters, TextsConvertedBeforeWarnAndRaiseAsOnFirstSight) {
   WarningCapture warnings;
   for (int use = 0; use < 2; ++use) {
     EXPECT_NEAR(units->convert(0.0, "kelvin", "fahrenheit"), -459.67, 1e-9);
@@ -230,7 +231,7 @@ TEST_F(Converters, TextsConvertedBeforeWarnAndRaiseAsOnFirstSight) {
 }
 
 #ifdef TW_COUNTS_ALLOCATIONS
-TEST_F(Converters, ConvertingBetweenTextsConvertedBeforeAllocatesNothing) {
+PRISTINE_TEST_F(Converters, ConvertingBetweenTextsConvertedBeforeAllocatesNothing) {
   WarningHandler previous = utSetWarningHandler([](const std::string&, const WarningText&) {});
   const UnitComposition& hour = *units->verifyUnitCompositionString("hour");
   const UnitComposition& minute = *units->verifyUnitCompositionString("minute");
@@ -250,7 +251,7 @@ TEST_F(Converters, ConvertingBetweenTextsConvertedBeforeAllocatesNothing) {
 }
 #endif
 
-TEST_F(Converters, IntoAUnitSystem) {
+PRISTINE_TEST_F(Converters, IntoAUnitSystem) {
   const UnitSystemApi* mks = UnitSystemManager::Instance()->getUnitSystemApi("MKS");
   std::unique_ptr<UnitConverterApi> newton(converters->getQuantityUnitConverterApi("dyne", mks));
   EXPECT_DOUBLE_EQ(newton->getMultiplier(), 1e-5);
@@ -259,7 +260,7 @@ TEST_F(Converters, IntoAUnitSystem) {
   EXPECT_DOUBLE_EQ(speed->getMultiplier(), 1609.344 / 3600);
 }
 
-TEST_F(Converters, ATemperatureWrittenAsACompositionConvertsLikeItsUnit) {
+PRISTINE_TEST_F(Converters, ATemperatureWrittenAsACompositionConvertsLikeItsUnit) {
   EXPECT_DOUBLE_EQ(between("kelvin*meter/meter", "kelvin")->doConversion(5.0), 5.0);
   EXPECT_DOUBLE_EQ(between("celsius*meter/meter", "kelvin")->doConversion(0.0), 273.15);
   EXPECT_DOUBLE_EQ(between("kelvin", "millikelvin*meter/meter")->doConversion(1.0), 1000.0)

@@ -4,6 +4,7 @@
 
 #include "host/ErrorIdException.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
@@ -48,7 +49,7 @@ class UnitRegistry : public testing::Test {
   std::vector<std::string> calls;
 };
 
-TEST_F(UnitRegistry, RegistrationCodes) {
+PRISTINE_TEST_F(UnitRegistry, RegistrationCodes) {
   EXPECT_EQ(codeOf("furlong", "meter", 201.168), UnitManager::NEW_UNIT);
   EXPECT_EQ(codeOf("hyper", "meter^5"), UnitManager::NEW_UNIT_NEW_QUANTITY);
   EXPECT_EQ(codeOf("kilometer", "meter", 1000.0), UnitManager::NOTHING_TO_REGISTER);
@@ -63,7 +64,7 @@ TEST_F(UnitRegistry, RegistrationCodes) {
             "definition.");
 }
 
-TEST_F(UnitRegistry, RefusedRegistrationsChangeNothingAndAnnounceNothing) {
+PRISTINE_TEST_F(UnitRegistry, RefusedRegistrationsChangeNothingAndAnnounceNothing) {
   add("furlong", "meter", 201.168);
   listen();
   RegistrySnapshot before = RegistrySnapshot::take();
@@ -117,7 +118,7 @@ TEST_F(UnitRegistry, RefusedRegistrationsChangeNothingAndAnnounceNothing) {
   EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 201.168);
 }
 
-TEST_F(UnitRegistry, NewUnitsOfDerivedBaseAndNewQuantities) {
+PRISTINE_TEST_F(UnitRegistry, NewUnitsOfDerivedBaseAndNewQuantities) {
   listen();
   add("furlong", "meter", 201.168);
   add("kph", "kilometer/hour");
@@ -140,7 +141,7 @@ TEST_F(UnitRegistry, NewUnitsOfDerivedBaseAndNewQuantities) {
   EXPECT_DOUBLE_EQ(convert("kmish", "meter"), 1000.0);
 }
 
-TEST_F(UnitRegistry, PrefixedNameOrTheSameDefinitionAgainStoresAndAnnouncesNothing) {
+PRISTINE_TEST_F(UnitRegistry, PrefixedNameOrTheSameDefinitionAgainStoresAndAnnouncesNothing) {
   add("furlong", "meter", 201.168);
   listen();
   RegistrySnapshot before = RegistrySnapshot::take();
@@ -154,7 +155,7 @@ TEST_F(UnitRegistry, PrefixedNameOrTheSameDefinitionAgainStoresAndAnnouncesNothi
   EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1000.0);
 }
 
-TEST_F(UnitRegistry, ARegistrationRefusedAtItsLastCheckLeavesNoTrace) {
+PRISTINE_TEST_F(UnitRegistry, ARegistrationRefusedAtItsLastCheckLeavesNoTrace) {
   // The definition's own listener refuses the rewrite of a base-quantity unit in base units,
   // the last step before anything is stored.
   RegistrySnapshot before = RegistrySnapshot::take();
@@ -168,7 +169,7 @@ TEST_F(UnitRegistry, ARegistrationRefusedAtItsLastCheckLeavesNoTrace) {
   EXPECT_UNIT_ERROR_ID(convert("zzt", "kelvin"), "Unit:NotFound");
 }
 
-TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMisread) {
+PRISTINE_TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMisread) {
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   prefixes->registerPrefix(new UnitPrefix("wza", 4, ""));
   prefixes->registerPrefix(new UnitPrefix("wzb", 5, ""));
@@ -190,7 +191,7 @@ TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMisread) {
   EXPECT_DOUBLE_EQ(convert("wzbmeter", "meter"), 1e5);
 }
 
-TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
+PRISTINE_TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
   add("furlong", "meter", 201.168);
   add("fph", "furlong/hour");
   WarningCapture warnings;
@@ -201,7 +202,7 @@ TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
   EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 201.168);
 }
 
-TEST_F(UnitRegistry, RegisteredUnitsRefuseEveryChange) {
+PRISTINE_TEST_F(UnitRegistry, RegisteredUnitsRefuseEveryChange) {
   UnitRepresentation* furlong = add("furlong", "meter", 201.168);
   UnitRepresentation* free = add("chain", "meter", 20.1168);
   add("fph", "furlong/hour");
@@ -231,7 +232,7 @@ TEST_F(UnitRegistry, RegisteredUnitsRefuseEveryChange) {
                     "Cannot unregister unit because it is being used by unit 'fph'.");
 }
 
-TEST_F(UnitRegistry, CachedTextsNamingAUnitFollowItsRedefinitionAndRemoval) {
+PRISTINE_TEST_F(UnitRegistry, CachedTextsNamingAUnitFollowItsRedefinitionAndRemoval) {
   // Found by the registry model test: texts verified before a redefinition kept the old
   // value, and after a removal still converted.
   add("furlong", "meter", 201.168);
@@ -253,7 +254,7 @@ TEST_F(UnitRegistry, CachedTextsNamingAUnitFollowItsRedefinitionAndRemoval) {
   EXPECT_DOUBLE_EQ(convert("kilometer", "meter"), 1000.0) << "other texts stay";
 }
 
-TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
+PRISTINE_TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
   add("chain", "meter", 20.1168);
   struct Case {
     const char* name;
@@ -280,7 +281,7 @@ TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrueValue) {
   }
 }
 
-TEST_F(UnitRegistry, AnOffsetIsWrittenAgainstTheUnitNamedAsTheComposition) {
+PRISTINE_TEST_F(UnitRegistry, AnOffsetIsWrittenAgainstTheUnitNamedAsTheComposition) {
   // Found by the registry model test: a unit defined on a user temperature unit lost that
   // unit's offset and applied its own offset unscaled.
   WarningCapture quiet;
@@ -305,7 +306,7 @@ TEST_F(UnitRegistry, AnOffsetIsWrittenAgainstTheUnitNamedAsTheComposition) {
   }
 }
 
-TEST_F(UnitRegistry, DeprecatedTemperatureUnitsWarnOnEveryUse) {
+PRISTINE_TEST_F(UnitRegistry, DeprecatedTemperatureUnitsWarnOnEveryUse) {
   WarningCapture warnings;
   for (int i = 0; i < 2; ++i) {
     EXPECT_NE(units->verifyUnitCompositionString("celsius"), nullptr);
@@ -320,7 +321,7 @@ TEST_F(UnitRegistry, DeprecatedTemperatureUnitsWarnOnEveryUse) {
             "The temperature unit 'fahrenheit' has been removed. Use kelvin instead.");
 }
 
-TEST_F(UnitRegistry, TimeUnits) {
+PRISTINE_TEST_F(UnitRegistry, TimeUnits) {
   for (const char* text : {"second", "hour", "day", "millisecond", "minute*meter/meter"}) {
     EXPECT_NO_THROW(units->validateTimeUnits(text)) << text;
   }
@@ -333,7 +334,7 @@ TEST_F(UnitRegistry, TimeUnits) {
   EXPECT_UNIT_ERROR_ID(units->validateTimeUnits("second+"), "Unit:BadUnitCompositionParse");
 }
 
-TEST_F(UnitRegistry, Queries) {
+PRISTINE_TEST_F(UnitRegistry, Queries) {
   EXPECT_FALSE(units->isUnitRegistered(2, "hour")) << "looked for in the quantity given";
   EXPECT_EQ(units->getNumUnits(99), 0u);
   EXPECT_THROW(units->getUnitRepresentation(2, 99), std::out_of_range);
@@ -348,7 +349,7 @@ TEST_F(UnitRegistry, Queries) {
   EXPECT_EQ(units->getQuantityIdxFromCompositionString("mole/liter"), 14);
 }
 
-TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPrefixes) {
+PRISTINE_TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPrefixes) {
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
   prefixes->registerPrefix(new UnitPrefix("zz", 5, ""));
@@ -361,7 +362,7 @@ TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPrefixes) {
   EXPECT_UNIT_ERROR_ID(convert("myriameter", "meter"), "Unit:NotFound");
 }
 
-TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) {
+PRISTINE_TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) {
   // Found by the registry model test: "myriahertz" still converted after "myria" was gone.
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
@@ -375,7 +376,7 @@ TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) 
   EXPECT_DOUBLE_EQ(convert("hertz", "1/second"), 1.0);
 }
 
-TEST_F(UnitRegistry, ANewPrefixReadsTheCachedTextsItBeginsAnew) {
+PRISTINE_TEST_F(UnitRegistry, ANewPrefixReadsTheCachedTextsItBeginsAnew) {
   // Found by the registry model test: a text verified before a prefix that sorts first was
   // registered kept its old reading, while the same text verified afterwards did not.
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
@@ -390,7 +391,7 @@ TEST_F(UnitRegistry, ANewPrefixReadsTheCachedTextsItBeginsAnew) {
   EXPECT_NE(units->getCachedComposition("kilometer"), nullptr) << "other texts stay";
 }
 
-TEST_F(UnitRegistry, ErrorPathsLeakNothing) {
+PRISTINE_TEST_F(UnitRegistry, ErrorPathsLeakNothing) {
   // Run under LeakSanitizer: every raised error and every temporary is freed.
   const char* bad[] = {"meter*2",     "furlongs", "(meter",       "2/second",
                        "meter^meter", "5",        "meter+second", ""};

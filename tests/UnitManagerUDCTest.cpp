@@ -8,6 +8,7 @@
 #include "host/Vector.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/HostCalls.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -41,7 +42,7 @@ class ManagerClass : public ModuleFixture {
 };
 
 // The lists of units, prefixes and quantities; the shell transcripts show their values.
-TEST_F(ManagerClass, ListsAskedForAll) {
+PRISTINE_TEST_F(ManagerClass, ListsAskedForAll) {
   EXPECT_EQ(run("getpqtypes", 1).texts(0).size(), 37u);
   Results three = run("showphysicalquantities", 3);
   EXPECT_EQ(three.texts(1)[36], "") << "dimensionless has no makeup";
@@ -55,7 +56,7 @@ TEST_F(ManagerClass, ListsAskedForAll) {
   EXPECT_EQ(run("showprefixes", 1, flag(true)).at(0)->getNumberOfElements(), 13u);
 }
 
-TEST_F(ManagerClass, RegisterPrefix) {
+PRISTINE_TEST_F(ManagerClass, RegisterPrefix) {
   EXPECT_UNIT_ERROR_ID(run("registerprefix", 1, text("p"), num(99)),
                        "Units:PrefixExponentTooLarge");
   EXPECT_UNIT_ERROR_ID(run("registerprefix", 1, text("p"), num(1e300)),
@@ -72,7 +73,7 @@ TEST_F(ManagerClass, RegisterPrefix) {
   EXPECT_UNIT_ERROR_ID(run("registerprefix", 1, handles({manager()})), "CALVEX:badArgumentClass");
 }
 
-TEST_F(ManagerClass, RegisterUnit) {
+PRISTINE_TEST_F(ManagerClass, RegisterUnit) {
   EXPECT_UNIT_ERROR_ID(run("registerunit", 1, text("bad"), text("meter"), num(1), num(5)),
                        "Unit:OffsetUnitsTemperatureOnly");
   EXPECT_FALSE(units->isUnitRegistered("bad"));
@@ -88,7 +89,7 @@ TEST_F(ManagerClass, RegisterUnit) {
   EXPECT_EQ(units->getUnitRepresentation("chain")->getUDI(), form);
 }
 
-TEST_F(ManagerClass, TextsWithANulByteAreRefusedNotCut) {
+PRISTINE_TEST_F(ManagerClass, TextsWithANulByteAreRefusedNotCut) {
   auto withNul = [](const char* before, const char* after) {
     return HostArrayPtr(HostArray::createString(std::string(before) + '\0' + after));
   };
@@ -100,7 +101,7 @@ TEST_F(ManagerClass, TextsWithANulByteAreRefusedNotCut) {
       "CALVEX:badArgument");
 }
 
-TEST_F(ManagerClass, UnregisterPrefix) {
+PRISTINE_TEST_F(ManagerClass, UnregisterPrefix) {
   EXPECT_UNIT_ERROR(
       run("unregisterunitprefix", 0, HostArrayPtr(HostArray::createDoubleMatrix(0, 0))),
       "Unit:PrefixNotFound", "Referenced prefix '' does not exist.");
@@ -108,7 +109,7 @@ TEST_F(ManagerClass, UnregisterPrefix) {
                        "Unit:PrefixCannotUnregisterBuiltin");
 }
 
-TEST_F(ManagerClass, RegisterAndUnregisterQuantities) {
+PRISTINE_TEST_F(ManagerClass, RegisterAndUnregisterQuantities) {
   run("registerphysicalquantity", 0, text("hyper"), text("length^5"));
   EXPECT_EQ(PhysicalQuantityManager::Instance()->getQuantityIdx(std::string("hyper")), 37);
   {
@@ -147,7 +148,7 @@ TEST_F(ManagerClass, RegisterAndUnregisterQuantities) {
                        "Unit:CannotUnregisterBuiltinQuantity");
 }
 
-TEST_F(ManagerClass, VerifyUnitAndPrefix) {
+PRISTINE_TEST_F(ManagerClass, VerifyUnitAndPrefix) {
   EXPECT_FALSE(run("verifyunit", 1, text("furlong"), text("meter"), num(201.168)).logical(0));
   run("registerunit", 1, text("furlong"), text("meter"), num(201.168));
   EXPECT_TRUE(run("verifyunit", 1, text("furlong"), text("meter"), num(201.168)).logical(0));
@@ -173,7 +174,7 @@ TEST_F(ManagerClass, VerifyUnitAndPrefix) {
   EXPECT_EQ(UnitPrefixManager::Instance()->getNumPrefixes(), 14);
 }
 
-TEST_F(ManagerClass, VerifyAndParseCompositions) {
+PRISTINE_TEST_F(ManagerClass, VerifyAndParseCompositions) {
   EXPECT_TRUE(run("verifycomposition", 0, text("mole/liter")).values.empty());
   EXPECT_UNIT_ERROR_ID(run("verifycomposition", 0, text("meter^meter")),
                        "Unit:CompositionExponentMustBeInteger");
@@ -204,7 +205,7 @@ TEST_F(ManagerClass, VerifyAndParseCompositions) {
   }
 }
 
-TEST_F(ManagerClass, PhysicalQuantityOfAComposition) {
+PRISTINE_TEST_F(ManagerClass, PhysicalQuantityOfAComposition) {
   Results pressure = run("getphysqtyforcomposition", 2, text("kilogram/(meter*second^2)"));
   EXPECT_TRUE(pressure.logical(0));
   UDInterface* quantity = pressure.handle(1);

@@ -6,6 +6,7 @@
 #include "host/JavaBridge.hpp"
 #include "host/StringVector.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -27,7 +28,7 @@ class PrefixRegistry : public testing::Test {
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
 };
 
-TEST_F(PrefixRegistry, BuiltinPrefixesAndLookups) {
+PRISTINE_TEST_F(PrefixRegistry, BuiltinPrefixesAndLookups) {
   EXPECT_EQ(prefixes->getNumPrefixes(), 13);
   EXPECT_EQ(prefixes->getPrefixIndex("kilo"), 3);
   EXPECT_EQ(prefixes->getPrefixIndex("Kilo"), -1);
@@ -49,7 +50,7 @@ TEST_F(PrefixRegistry, BuiltinPrefixesAndLookups) {
   EXPECT_EQ(prefixes->getUnitPrefixApi("none"), nullptr);
 }
 
-TEST_F(PrefixRegistry, RegistrationChecksRunInOrder) {
+PRISTINE_TEST_F(PrefixRegistry, RegistrationChecksRunInOrder) {
   add("zz", 4);
   RegistrySnapshot before = RegistrySnapshot::take();
   int calls = 0;
@@ -87,7 +88,7 @@ TEST_F(PrefixRegistry, RegistrationChecksRunInOrder) {
   EXPECT_EQ(RegistrySnapshot::take(), before);
 }
 
-TEST_F(PrefixRegistry, SameNameAndExponentAgainIsAcceptedWithoutStoring) {
+PRISTINE_TEST_F(PrefixRegistry, SameNameAndExponentAgainIsAcceptedWithoutStoring) {
   UnitPrefix* first = add("zz", 4);
   UnitPrefix second("zz", 4, "");
   EXPECT_TRUE(prefixes->verifyUnitPrefix(&second));
@@ -96,7 +97,7 @@ TEST_F(PrefixRegistry, SameNameAndExponentAgainIsAcceptedWithoutStoring) {
   EXPECT_EQ(prefixes->getNumPrefixes(), 14);
 }
 
-TEST_F(PrefixRegistry, RegisteredPrefixesRefuseNameAndExponentChanges) {
+PRISTINE_TEST_F(PrefixRegistry, RegisteredPrefixesRefuseNameAndExponentChanges) {
   UnitPrefix* zz = add("zz", 4);
   EXPECT_UNIT_ERROR(zz->setExponent(5), "Unit:RegisteredPrefixCannotChange",
                     "A registered prefix cannot have its name or exponent changed.");
@@ -109,7 +110,7 @@ TEST_F(PrefixRegistry, RegisteredPrefixesRefuseNameAndExponentChanges) {
                        "Unit:PrefixCannotUnregisterBuiltin");
 }
 
-TEST_F(PrefixRegistry, RemovalShiftsIndexesAndRunsListenersThenRemovalCallback) {
+PRISTINE_TEST_F(PrefixRegistry, RemovalShiftsIndexesAndRunsListenersThenRemovalCallback) {
   add("zz", 4);
   add("yy", 5);
   std::vector<std::string> removed;
@@ -129,7 +130,7 @@ TEST_F(PrefixRegistry, RemovalShiftsIndexesAndRunsListenersThenRemovalCallback) 
   EXPECT_EQ(RegistrySnapshot::take(), before);
 }
 
-TEST_F(PrefixRegistry, PrefixUsedByAUnitCannotBeRemoved) {
+PRISTINE_TEST_F(PrefixRegistry, PrefixUsedByAUnitCannotBeRemoved) {
   add("myria", 4);
   UnitManager::Instance()->registerUnit(
       new UnitRepresentation("stride", "myriameter", 1.0, 0.0, true));
@@ -143,7 +144,7 @@ TEST_F(PrefixRegistry, PrefixUsedByAUnitCannotBeRemoved) {
   EXPECT_TRUE(prefixes->isPrefixRegistered("myria"));
 }
 
-TEST(PrefixRemoval, ARefusedRemovalIsNotAnnounced) {
+PRISTINE_TEST(PrefixRemoval, ARefusedRemovalIsNotAnnounced) {
   // Found by the registry model test: the change event of the removal was posted before
   // the unit registry refused it.
   hostSetUsingJava(true);  // before the registries create the change-event sender
@@ -156,7 +157,7 @@ TEST(PrefixRemoval, ARefusedRemovalIsNotAnnounced) {
   EXPECT_TRUE(hostJavaEventQueue().empty());
 }
 
-TEST_F(PrefixRegistry, StrippingStopsAtTheFirstPrefixInNameOrder) {
+PRISTINE_TEST_F(PrefixRegistry, StrippingStopsAtTheFirstPrefixInNameOrder) {
   struct Case {
     const char* name;
     const char* rest;

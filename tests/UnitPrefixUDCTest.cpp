@@ -4,6 +4,7 @@
 
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/HostCalls.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/UnitPrefixManager.hpp"
 #include "units/udd/UnitPrefixUDC.hpp"
 
@@ -25,7 +26,7 @@ class PrefixClass : public ModuleFixture {
 
 const char* kBanner = "\n   Unit Prefix Object Array\n\n   Index:  Name:       Exponent:\n\n";
 
-TEST_F(PrefixClass, DisplayLinesByteForByte) {
+PRISTINE_TEST_F(PrefixClass, DisplayLinesByteForByte) {
   struct Case {
     UDInterface* object;
     const char* line;
@@ -49,7 +50,7 @@ TEST_F(PrefixClass, DisplayLinesByteForByte) {
             std::string(kBanner) + "   1       tera         12\n   2       femto       -15\n");
 }
 
-TEST_F(PrefixClass, PropertiesAndNulls) {
+PRISTINE_TEST_F(PrefixClass, PropertiesAndNulls) {
   UDInterface* myria = prefix("myria", 4);
   EXPECT_EQ(getNumber(myria, "exponent"), 4.0);
   EXPECT_EQ(getNumber(myria, "multiplier"), 1e4);
@@ -64,7 +65,7 @@ TEST_F(PrefixClass, PropertiesAndNulls) {
   EXPECT_TRUE(get(builtin("deka"), "builtin")->getLogicals()[0]);
 }
 
-TEST_F(PrefixClass, RegisterRefusesChangesAndDelete) {
+PRISTINE_TEST_F(PrefixClass, RegisterRefusesChangesAndDelete) {
   UDInterface* myria = prefix("myria", 4);
   call(myria, "register", 0);
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
@@ -82,7 +83,7 @@ TEST_F(PrefixClass, RegisterRefusesChangesAndDelete) {
   EXPECT_UNIT_ERROR_ID(call(builtin("kilo"), "delete", 0), "Unit:PrefixCannotUnregisterBuiltin");
 }
 
-TEST_F(PrefixClass, CompareUsesEveryPropertyButSkipsNone) {
+PRISTINE_TEST_F(PrefixClass, CompareUsesEveryPropertyButSkipsNone) {
   UDInterface* a = prefix("p", 4);
   UDInterface* b = prefix("p", 4);
   std::vector<HostArrayPtr> args;

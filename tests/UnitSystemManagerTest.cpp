@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitSystemManager.hpp"
@@ -17,7 +18,7 @@ class UnitSystems : public testing::Test {
   UnitSystemManager* systems = UnitSystemManager::Instance();
 };
 
-TEST_F(UnitSystems, BuiltinMKS) {
+PRISTINE_TEST_F(UnitSystems, BuiltinMKS) {
   ASSERT_EQ(systems->getUnitSystems().size(), 1u);
   const UnitSystemApi* mks = systems->getUnitSystemApi("MKS");
   EXPECT_EQ(mks->getMassType(), "kilogram");
@@ -28,7 +29,7 @@ TEST_F(UnitSystems, BuiltinMKS) {
       "UnitSystem 'mks' does not exist. Type 'showunitsystems' to see available list.");
 }
 
-TEST_F(UnitSystems, RegistrationChecksNameThenDuplicates) {
+PRISTINE_TEST_F(UnitSystems, RegistrationChecksNameThenDuplicates) {
   UnitSystem invalid("2MKS"), duplicate("MKS");
   EXPECT_UNIT_ERROR(systems->registerUnitSystem(&invalid), "Unit:SystemNameInvalid",
                     "Error registering unit system. See help for valid names.");
@@ -41,7 +42,7 @@ TEST_F(UnitSystems, RegistrationChecksNameThenDuplicates) {
   EXPECT_EQ(systems->getUnitSystemApi("empty")->getMassType(), "");
 }
 
-TEST_F(UnitSystems, RemovalIsByNameAndNothingProtectsMKS) {
+PRISTINE_TEST_F(UnitSystems, RemovalIsByNameAndNothingProtectsMKS) {
   systems->registerUnitSystem(new UnitSystem("cgs"));
   systems->unregisterUnitSystem("MKS");
   EXPECT_UNIT_ERROR(systems->unregisterUnitSystem("MKS"), "Unit:SystemNotRegistered",
@@ -50,7 +51,7 @@ TEST_F(UnitSystems, RemovalIsByNameAndNothingProtectsMKS) {
   EXPECT_EQ(systems->getUnitSystems()[0]->getUnitSystemName(), "cgs");
 }
 
-TEST_F(UnitSystems, CreatedSystemsAreEmptyAndCopiesIndependent) {
+PRISTINE_TEST_F(UnitSystems, CreatedSystemsAreEmptyAndCopiesIndependent) {
   std::unique_ptr<UnitSystemApi> created(systems->createUnitSystemApi());
   for (const std::string* field :
        {&created->getUnitSystemName(), &created->getMassType(), &created->getAmountType(),
@@ -64,7 +65,7 @@ TEST_F(UnitSystems, CreatedSystemsAreEmptyAndCopiesIndependent) {
   EXPECT_EQ(copy->getTimeType(), " hour ") << "setters store the text untouched";
 }
 
-TEST_F(UnitSystems, CompositionsWrittenInASystem) {
+PRISTINE_TEST_F(UnitSystems, CompositionsWrittenInASystem) {
   UnitManager* units = UnitManager::Instance();
   std::pair<double, double> factor{0, 0};
   std::unique_ptr<UnitComposition> newton(

@@ -4,6 +4,7 @@
 
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/HostCalls.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/UnitSystemManager.hpp"
 #include "units/udd/UnitSystemUDC.hpp"
 
@@ -15,7 +16,7 @@ using UnitSystemClass = ModuleFixture;
 const char* kUnitProperties[] = {"MassUnit", "AmountUnit",  "LengthUnit",           "TimeUnit",
                                  "TempUnit", "CurrentUnit", "LuminousIntensityUnit"};
 
-TEST_F(UnitSystemClass, UnsetUnitsAreReportedInOrder) {
+PRISTINE_TEST_F(UnitSystemClass, UnsetUnitsAreReportedInOrder) {
   const char* errors[] = {"Unit:SystemMassTypeNotSet",
                           "Unit:SystemAmountTypeNotSet",
                           "Unit:SystemLengthTypeNotSet",
@@ -36,7 +37,7 @@ TEST_F(UnitSystemClass, UnsetUnitsAreReportedInOrder) {
                     "The mass in the UnitSystem must be set before registering the UnitSystem.");
 }
 
-TEST_F(UnitSystemClass, RegistersACopyAndUnregistersByTheGivenName) {
+PRISTINE_TEST_F(UnitSystemClass, RegistersACopyAndUnregistersByTheGivenName) {
   UDInterface* form = construct("UnitSystem");
   set(form, "Name", text("cgs"));
   const char* units[] = {"gram", "mole", "centimeter", "second", "kelvin", "ampere", "candela"};

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/messages/UnitErrors.hpp"
 #include "units/messages/UnitsMessageCatalog.hpp"
 
@@ -31,7 +32,7 @@ TEST(MessageCatalog, RecordLayout) {
   for (const void* reserved : catalog.reserved) EXPECT_EQ(reserved, nullptr);
 }
 
-TEST(MessageCatalog, RegisteredOnceAndResolvedById) {
+PRISTINE_TEST(MessageCatalog, RegisteredOnceAndResolvedById) {
   EXPECT_FALSE(isUnitsMessageCatalogRegistered());
   EXPECT_EQ(textOf(UNIT_NOT_FOUND), "<missing>");
   registerUnitsMessageCatalog();
@@ -52,7 +53,7 @@ TEST(MessageCatalog, RowsWithSharedOrUnusualTexts) {
             "The \"current\" in this UnitSystem must be set before registering the UnitSystem.");
 }
 
-TEST(MessageCatalog, RaisingWorksBeforeAnyRegistryRegisteredTheCatalog) {
+PRISTINE_TEST(MessageCatalog, RaisingWorksBeforeAnyRegistryRegisteredTheCatalog) {
   EXPECT_UNIT_ERROR(raiseError(errors::NotFound, std::string("furlongs")), "Unit:NotFound",
                     "Referenced unit 'furlongs' does not exist.");
 }

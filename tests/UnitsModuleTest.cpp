@@ -17,6 +17,7 @@
 #include "host/UserException.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/HostCalls.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
 #include "units/udd/QuantityDimensionUDC.hpp"
@@ -30,7 +31,7 @@ namespace {
 
 using UnitsModule = ModuleFixture;
 
-TEST_F(UnitsModule, EntryPointsAndClasses) {
+PRISTINE_TEST_F(UnitsModule, EntryPointsAndClasses) {
   EXPECT_EQ(QueryCVFcnTable_zo_units()->count, 0);
   EXPECT_GT(std::strlen(libtwzo_units_version), 0u);
   EXPECT_GT(std::strlen(libtwzo_units_build_date), 0u);
@@ -44,7 +45,7 @@ TEST_F(UnitsModule, EntryPointsAndClasses) {
   EXPECT_EQ(manager()->getObject(), UnitManager::Instance());
 }
 
-TEST_F(UnitsModule, RegisteredUnitsAndPrefixesHaveHostObjects) {
+PRISTINE_TEST_F(UnitsModule, RegisteredUnitsAndPrefixesHaveHostObjects) {
   UnitManager* units = UnitManager::Instance();
   for (int q = 0; q < units->getNumQuantityLists(); ++q) {
     for (int u = 0; u < static_cast<int>(units->getNumUnits(q)); ++u) {
@@ -67,13 +68,13 @@ TEST_F(UnitsModule, RegisteredUnitsAndPrefixesHaveHostObjects) {
   }
 }
 
-TEST_F(UnitsModule, ConstructingTheManagerTwiceYieldsTheSameObject) {
+PRISTINE_TEST_F(UnitsModule, ConstructingTheManagerTwiceYieldsTheSameObject) {
   UDInterfacePtr first(hostConstruct("UnitManager")), second(hostConstruct("UnitManager"));
   EXPECT_EQ(first.get(), second.get());
   EXPECT_EQ(first.get(), manager());
 }
 
-TEST_F(UnitsModule, UnregisteringReleasesTheHostObjectOnce) {
+PRISTINE_TEST_F(UnitsModule, UnregisteringReleasesTheHostObjectOnce) {
   std::vector<HostArrayPtr> args;
   args.push_back(text("furlong"));
   args.push_back(text("meter"));
@@ -88,7 +89,7 @@ TEST_F(UnitsModule, UnregisteringReleasesTheHostObjectOnce) {
   // releasing our reference frees it; a double release would show under the sanitizer
 }
 
-TEST_F(UnitsModule, AConstructedAndRegisteredObjectNeverDeletesTheRegisteredUnit) {
+PRISTINE_TEST_F(UnitsModule, AConstructedAndRegisteredObjectNeverDeletesTheRegisteredUnit) {
   UDInterface* unit = construct("Unit");
   set(unit, "name", text("furlong"));
   set(unit, "composition", text("meter"));
@@ -101,7 +102,7 @@ TEST_F(UnitsModule, AConstructedAndRegisteredObjectNeverDeletesTheRegisteredUnit
   UnitManager::Instance()->unregisterUnit("furlong");
 }
 
-TEST_F(UnitsModule, AnUnregisteredConstructedObjectFreesItsOwnUnit) {
+PRISTINE_TEST_F(UnitsModule, AnUnregisteredConstructedObjectFreesItsOwnUnit) {
   UDInterface* unit = construct("Unit");
   set(unit, "name", text("2bad"));
   EXPECT_UNIT_ERROR_ID(call(unit, "register", 0), "Unit:NameInvalid");
@@ -116,7 +117,7 @@ TEST_F(UnitsModule, AnUnregisteredConstructedObjectFreesItsOwnUnit) {
 }
 
 // The host failures of a protected call, through "PhysicalQuantity"'s "register".
-TEST_F(UnitsModule, ProtectedCallTranslatesHostFailures) {
+PRISTINE_TEST_F(UnitsModule, ProtectedCallTranslatesHostFailures) {
   struct Case {
     std::function<void()> fail;
     const char* identifier;

@@ -4,6 +4,7 @@
 
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/HostCalls.hpp"
+#include "tests/support/Pristine.hpp"
 #include "units/UnitManager.hpp"
 #include "units/udd/UnitsUDC.hpp"
 
@@ -31,7 +32,7 @@ const char* kBanner =
     "\n   Unit Object Array\n\n   Index:  Name:             Composition:        Multiplier: "
     "Offset:\n\n";
 
-TEST_F(UnitClass, DisplayLinesByteForByte) {
+PRISTINE_TEST_F(UnitClass, DisplayLinesByteForByte) {
   struct Case {
     const char* name;
     const char* composition;
@@ -62,7 +63,7 @@ TEST_F(UnitClass, DisplayLinesByteForByte) {
   }
 }
 
-TEST_F(UnitClass, Compare) {
+PRISTINE_TEST_F(UnitClass, Compare) {
   UDInterface* a = unit("a", "meter", 2);
   UDInterface* same = unit("a", "meter", 2);
   UDInterface* otherOffset = unit("a", "meter", 2, 1);
@@ -78,7 +79,7 @@ TEST_F(UnitClass, Compare) {
   EXPECT_FALSE(compare(a, prefix));
 }
 
-TEST_F(UnitClass, PropertiesAndNulls) {
+PRISTINE_TEST_F(UnitClass, PropertiesAndNulls) {
   UDInterface* object = unit("  furlong ", "meter", 201.168);
   EXPECT_EQ(getText(object, "name"), "furlong");
   EXPECT_EQ(getNumber(object, "conversionfactor"), 201.168);
@@ -91,7 +92,7 @@ TEST_F(UnitClass, PropertiesAndNulls) {
   EXPECT_TRUE(get(meter, "builtin")->getLogicals()[0]);
 }
 
-TEST_F(UnitClass, RegisteredUnitsRefuseChangesWithTheRegistrysErrors) {
+PRISTINE_TEST_F(UnitClass, RegisteredUnitsRefuseChangesWithTheRegistrysErrors) {
   UDInterface* furlong = unit("furlong", "meter", 201.168);
   call(furlong, "register", 0);
   EXPECT_UNIT_ERROR(
@@ -104,7 +105,7 @@ TEST_F(UnitClass, RegisteredUnitsRefuseChangesWithTheRegistrysErrors) {
   EXPECT_EQ(getText(meter, "composition"), "meter");
 }
 
-TEST_F(UnitClass, DeleteUnregistersAndDestroysOnce) {
+PRISTINE_TEST_F(UnitClass, DeleteUnregistersAndDestroysOnce) {
   UDInterface* furlong = unit("furlong", "meter", 201.168);
   call(furlong, "register", 0);
   call(furlong, "delete", 0);

@@ -3,7 +3,7 @@
 // Test helpers that use the units module as the host language does: host values in,
 // method dispatch by signature, host values out.
 //
-//   ModuleFixture sets the module up once per process (each test has its own).
+//   ModuleFixture initialises the module as the host does (again: harmless).
 //   Results r = call(manager(), "calculateconversion", 1, {text("mile"), text("meter"), num(1)});
 //   EXPECT_EQ(r.number(0), 1609.344);
 
@@ -61,8 +61,8 @@ class ConsoleCapture {
   std::function<void(const std::string&)> previous_;
 };
 
-// Initialises the module as the host does, once per process; gives the tests the
-// manager host object.
+// Initialises the module as the host does (again: harmless); gives the tests the manager
+// host object.
 class ModuleFixture : public testing::Test {
  protected:
   void SetUp() override;

@@ -1,5 +1,7 @@
 #include "tests/support/RegistrySnapshot.hpp"
 
+#include <algorithm>
+#include <iterator>
 #include <sstream>
 
 #include "units/PhysicalQuantityManager.hpp"
@@ -11,54 +13,64 @@
 
 using namespace TwUnits;
 
+namespace {
+
+template <typename... Parts>
+std::string joined(const Parts&... parts) {
+  std::ostringstream text;
+  (text << ... << parts);
+  return text.str();
+}
+
+}  // namespace
+
 RegistrySnapshot RegistrySnapshot::take() {
-  RegistrySnapshot snapshot;
+  std::vector<std::string> lines;
   UnitManager* units = UnitManager::Instance();
   PhysicalQuantityManager* quantities = PhysicalQuantityManager::Instance();
   for (int q = 0; q < quantities->getNumQuantities(); ++q) {
     const QuantityDimension* quantity = quantities->getQuantityDimension(q);
-    snapshot.quantities.push_back(
-        std::string(quantity->getName()) + " " + quantity->getBaseQuantityMakeup() + " " +
-        quantities->getQuantityTypeNames().at(static_cast<std::size_t>(q)));
-    std::vector<std::string> unitsOfQuantity;
+    lines.push_back(joined("quantity ", q, " ", quantity->getName(), " ",
+                           quantity->getBaseQuantityMakeup(), " ",
+                           quantities->getQuantityTypeNames().at(static_cast<std::size_t>(q))));
     for (int u = 0; u < static_cast<int>(units->getNumUnits(q)); ++u) {
       const UnitRepresentation* unit = units->getUnitRepresentation(q, u);
-      std::ostringstream line;
-      line << unit->getName() << " = " << unit->getMultiplier() << " "
-           << unit->getCompositionString() << " + " << unit->getOffset() << " @"
-           << units->getUnitIndex(q, unit->getName());
-      unitsOfQuantity.push_back(line.str());
-      snapshot.storedCompositions.push_back(
-          units->getUnitComposition(q, u)->getCompositionString());
+      lines.push_back(joined("unit ", unit->getName(), " = ", unit->getMultiplier(), " ",
+                             unit->getCompositionString(), " + ", unit->getOffset(), " stored as ",
+                             units->getUnitComposition(q, u)->getCompositionString(), " @", q, ",",
+                             units->getUnitIndex(q, unit->getName())));
     }
-    snapshot.units.push_back(unitsOfQuantity);
   }
   for (int q = 0; q <= UnitConverterManager::kLastBaseQuantity; ++q) {
-    snapshot.conversionTableSizes.push_back(UnitConverterManager::Instance()->getTableSize(q));
+    lines.push_back(joined("table ", q, " ", UnitConverterManager::Instance()->getTableSize(q)));
   }
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   for (int p = 0; p < prefixes->getNumPrefixes(); ++p) {
-    snapshot.prefixes.push_back(prefixes->getUnitPrefixAsString(p) + " " +
-                                std::to_string(prefixes->getPrefixExponent(p)));
+    lines.push_back(
+        joined("prefix ", prefixes->getUnitPrefixAsString(p), " ", prefixes->getPrefixExponent(p)));
   }
   for (const auto& system : UnitSystemManager::Instance()->getUnitSystems()) {
-    snapshot.unitSystems.push_back(system->getUnitSystemName());
+    lines.push_back(joined("system ", system->getUnitSystemName()));
   }
-  return snapshot;
+  return {lines};
 }
 
-bool RegistrySnapshot::operator==(const RegistrySnapshot& other) const {
-  return quantities == other.quantities && units == other.units &&
-         storedCompositions == other.storedCompositions &&
-         conversionTableSizes == other.conversionTableSizes && prefixes == other.prefixes &&
-         unitSystems == other.unitSystems;
+std::string differences(const RegistrySnapshot& snapshot, const RegistrySnapshot& other) {
+  std::vector<std::string> mine = snapshot.lines, theirs = other.lines, only;
+  std::sort(mine.begin(), mine.end());
+  std::sort(theirs.begin(), theirs.end());
+  std::string text;
+  std::set_difference(mine.begin(), mine.end(), theirs.begin(), theirs.end(),
+                      std::back_inserter(only));
+  for (const std::string& line : only) text += "\n  + " + line;
+  only.clear();
+  std::set_difference(theirs.begin(), theirs.end(), mine.begin(), mine.end(),
+                      std::back_inserter(only));
+  for (const std::string& line : only) text += "\n  - " + line;
+  return text.empty() ? "(the same)" : text;
 }
 
 std::ostream& operator<<(std::ostream& out, const RegistrySnapshot& snapshot) {
-  out << snapshot.quantities.size() << " quantities, " << snapshot.prefixes.size()
-      << " prefixes, units:";
-  for (const auto& unitsOfQuantity : snapshot.units) {
-    for (const auto& unit : unitsOfQuantity) out << "\n  " << unit;
-  }
+  for (const std::string& line : snapshot.lines) out << "\n  " << line;
   return out;
 }

@@ -12,15 +12,16 @@
 #include <vector>
 
 struct RegistrySnapshot {
-  std::vector<std::string> quantities;            // name and make-up, per index
-  std::vector<std::vector<std::string>> units;    // per quantity: name, composition string, factor
-  std::vector<std::string> storedCompositions;    // every unit's stored composition text
-  std::vector<std::size_t> conversionTableSizes;  // base quantities 0 to 6
-  std::vector<std::string> prefixes;              // name and exponent, per index
-  std::vector<std::string> unitSystems;
+  // One line per quantity (name, make-up), unit (name, definition, stored composition, index),
+  // conversion table of a base quantity (size), prefix (name, exponent) and unit system.
+  std::vector<std::string> lines;
 
   static RegistrySnapshot take();
-  bool operator==(const RegistrySnapshot& other) const;
+  bool operator==(const RegistrySnapshot& other) const { return lines == other.lines; }
 };
+
+// Prints the lines that the other snapshot lacks, each after '+', then those it has alone,
+// after '-'; or "(the same)".
+std::string differences(const RegistrySnapshot& snapshot, const RegistrySnapshot& other);
 
 std::ostream& operator<<(std::ostream& out, const RegistrySnapshot& snapshot);
