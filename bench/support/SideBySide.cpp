@@ -219,6 +219,25 @@ void SideBySideReporter::printSummary(std::ostream& out) const {
                 {verdict(ours > 0 && peer > 0, peer >= 2.0 * ours), 15}});
   }
 
+  out << "\n"
+      << row({{"Memory per cached text (100,000 texts)", -44},
+              {"bytes", 14},
+              {"of it the text", 23},
+              {"", 9},
+              {"target <= 200", 15}});
+  for (const char* text : {"short", "long"}) {
+    double bytes = counter(std::string("BM_CachedTextMemory/") + text, "bytes_per_text");
+    double length = counter(std::string("BM_CachedTextMemory/") + text, "text_length");
+    char cells[2][32] = {"-", "-"};
+    if (bytes >= 0) std::snprintf(cells[0], sizeof cells[0], "%.0f B", bytes);
+    if (length >= 0) std::snprintf(cells[1], sizeof cells[1], "%.0f B", length);
+    out << row({{std::string(text) + " text", -44},
+                {cells[0], 14},
+                {cells[1], 23},
+                {"", 9},
+                {verdict(bytes >= 0, bytes <= 200.0), 15}});
+  }
+
   double setup = counter("BM_UnitManagerSetup", "setup_ms");
   double peerSetup = counter("BM_Udunits_ReadXml", "setup_ms");
   out << "\n"
