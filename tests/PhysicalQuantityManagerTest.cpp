@@ -138,8 +138,7 @@ PRISTINE_TEST_F(PhysicalQuantityRegistry, RefusedRemovalChangesNothingAndCallsNo
 }
 
 PRISTINE_TEST(PhysicalQuantityRemoval, AUnitElsewhereRefusesBeforeAnythingChangesOrIsAnnounced) {
-  // Found by the registry model test: the removal posted its change event and removed the
-  // quantity's later units before a used unit refused it.
+  // A removal that a unit elsewhere refuses posts no change event and removes no unit.
   hostSetUsingJava(true);  // before the registries create the change-event sender
   UnitManager* units = UnitManager::Instance();
   PhysicalQuantityManager* registry = PhysicalQuantityManager::Instance();

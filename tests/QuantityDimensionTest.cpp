@@ -4,7 +4,6 @@
 #include <limits>
 #include <memory>
 
-#include "host/Console.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityDimension.hpp"
@@ -55,8 +54,7 @@ TEST(QuantityDimension, ArithmeticKeepsLeftNameAndIgnoresNamesInEquality) {
 }
 
 TEST(QuantityDimension, ExponentsBeyondAnIntAreRefusedAndChangeNothing) {
-  // Found by fuzzing the quantity parser ("length^2000000000^2"): the sanitizer build
-  // stopped on the signed overflow.
+  // Exponents that overflow an int are refused, never wrapped (signed overflow is undefined).
   UnitManager::Instance();
   const int big = 2000000000, lowest = std::numeric_limits<int>::min();
   struct Case {
@@ -106,7 +104,7 @@ TEST(QuantityDimension, AddingOnlyEqualDimensionsAndResultIsRightOperand) {
   EXPECT_EQ(a, b) << "a failed addition changes nothing";
 }
 
-TEST(QuantityDimension, BaseMakeupAndPrint) {
+TEST(QuantityDimension, BaseMakeup) {
   UnitManager::Instance();
   struct Case {
     std::array<int, 7> exponents;
@@ -122,11 +120,6 @@ TEST(QuantityDimension, BaseMakeupAndPrint) {
     SCOPED_TRACE(c.makeup);
     EXPECT_EQ(dims(c.exponents).getBaseQuantityMakeup(), c.makeup);
   }
-  std::string printed;
-  ConsoleSink previous = utSetConsoleSink([&](const std::string& text) { printed += text; });
-  dims({0, 1, 2, -2, 0, 0, 0}).print();
-  utSetConsoleSink(previous);
-  EXPECT_EQ(printed, "[ 0 1 2 -2 0 0 0 ]\n");
 }
 
 TEST(QuantityDimension, CloneIsAnIndependentCopy) {

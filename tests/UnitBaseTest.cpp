@@ -1,19 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <sstream>
 
 #include "units/UnitBase.hpp"
 #include "units/UnitManager.hpp"
 
 namespace TwUnits {
 namespace {
-
-TEST(UnitBase, PrintsQuantityPrefixAndUnit) {
-  std::ostringstream out;
-  out << UnitBase() << UnitBase(0, 2, 8);
-  EXPECT_EQ(out.str(), "Q 0 P -1 U 0\nQ 0 P 8 U 2\n");
-}
 
 TEST(UnitBase, OrderIgnoresPrefixesAndKeepsInsertionOrderOfEquals) {
   std::multiset<UnitBase> units;

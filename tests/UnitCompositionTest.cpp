@@ -2,7 +2,6 @@
 
 #include <limits>
 #include <memory>
-#include <sstream>
 
 #include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
@@ -77,12 +76,12 @@ TEST_F(Composition, ProductsQuotientsAndPowersNeverCancel) {
   zero ^= 0;
   EXPECT_EQ(zero, UnitComposition());
 
-  UnitComposition squared = of({kMeter});
+  UnitComposition squared = of({kMeter}, {kSecond});
   squared *= squared;
-  EXPECT_EQ(squared, parse("meter^2"));
-  UnitComposition ratio = of({kMeter});
+  EXPECT_EQ(squared, parse("meter^2/second^2"));
+  UnitComposition ratio = of({kMeter}, {kSecond});
   ratio /= ratio;
-  EXPECT_NE(ratio, UnitComposition()) << "meter/meter keeps both units until cancelled";
+  EXPECT_EQ(ratio, of({kMeter, kSecond}, {kSecond, kMeter})) << "every unit stays until cancelled";
 }
 
 TEST_F(Composition, MovedOperandGivesTheSameSequenceAsACopiedOne) {
@@ -96,8 +95,11 @@ TEST_F(Composition, MovedOperandGivesTheSameSequenceAsACopiedOne) {
   UnitComposition copiedProduct = left, movedProduct = left;
   copiedProduct *= right;
   UnitComposition consumed = right;
+  const int quantity = consumed.getCombinedUnitsQuantityType();
   movedProduct *= std::move(consumed);
   EXPECT_EQ(movedProduct, copiedProduct);
+  EXPECT_NE(quantity, 36);
+  EXPECT_EQ(consumed.getCombinedUnitsQuantityType(), 36) << "what is moved out leaves it empty";
   UnitComposition expectedProduct =
       of({kGram, kKilometer, kMeter, kKilometer, kInch}, {kSecond, kKilogram, kSecond});
   expectedProduct.setMultiplier(8.0);
@@ -212,15 +214,6 @@ TEST_F(Composition, QuantityWrittenInAUnitSystem) {
   system.setLengthType("furlong");  // unknown: the quantity's first unit stands in
   EXPECT_EQ(UnitComposition(12, &system).getCompositionString(), "gram/(hour^2*meter)");
   EXPECT_EQ(UnitComposition(36, &system).getCompositionString(), "dimensionless");
-}
-
-TEST_F(Composition, DebugDump) {
-  std::ostringstream out;
-  UnitComposition c = of({kKilogram}, {kSecond});
-  c.setMultiplier(2.5);
-  out << c;
-  EXPECT_EQ(out.str(),
-            "Multiplier : 2.5\nNumerator : \nQ 1 P 3 U 0\nDenominator : \nQ 3 P -1 U 0\n");
 }
 
 }  // namespace

@@ -189,6 +189,10 @@ PRISTINE_TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMi
       UnitConverterManager::Instance()->getQuantityUnitConverter(0, kept.get(), &meter));
   EXPECT_DOUBLE_EQ(converter->getMultiplier(), 1000.0);
   EXPECT_DOUBLE_EQ(convert("wzbmeter", "meter"), 1e5);
+  // A composition without prefixes, however old, leaves a new one current.
+  std::unique_ptr<UnitComposition> fresh(parser->createUnitCompFromString("wzbmeter/second"));
+  *fresh *= meter;
+  EXPECT_EQ(fresh->getCompositionString(), "meter*wzbmeter/second");
 }
 
 PRISTINE_TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
@@ -233,12 +237,13 @@ PRISTINE_TEST_F(UnitRegistry, RegisteredUnitsRefuseEveryChange) {
 }
 
 PRISTINE_TEST_F(UnitRegistry, CachedTextsNamingAUnitFollowItsRedefinitionAndRemoval) {
-  // Found by the registry model test: texts verified before a redefinition kept the old
-  // value, and after a removal still converted.
   add("furlong", "meter", 201.168);
   add("fortnight", "day", 14.0);
   EXPECT_DOUBLE_EQ(convert("kilofurlong", "meter"), 201168.0);
   EXPECT_DOUBLE_EQ(convert("furlong/fortnight", "meter/day"), 201.168 / 14.0);
+  add("kfph", "kilofurlong/hour");  // read through the cached "kilofurlong", it uses furlong
+  EXPECT_UNIT_ERROR_ID(units->unregisterUnit("furlong"), "Unit:BeingUsed");
+  units->unregisterUnit("kfph");
   WarningCapture quiet;
   add("furlong", "meter", 200.0);
   add("kilofurlong", "furlong", 1000.0);  // a prefixed name: it registers nothing
@@ -282,8 +287,7 @@ PRISTINE_TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrue
 }
 
 PRISTINE_TEST_F(UnitRegistry, AnOffsetIsWrittenAgainstTheUnitNamedAsTheComposition) {
-  // Found by the registry model test: a unit defined on a user temperature unit lost that
-  // unit's offset and applied its own offset unscaled.
+  // A unit on a user temperature unit keeps that unit's offset and scales its own.
   WarningCapture quiet;
   add("mycelsius", "kelvin", 1.0, 273.15);
   add("myfahrenheit", "mycelsius", 5.0 / 9.0, -160.0 / 9.0);
@@ -363,7 +367,6 @@ PRISTINE_TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPref
 }
 
 PRISTINE_TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) {
-  // Found by the registry model test: "myriahertz" still converted after "myria" was gone.
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
   EXPECT_DOUBLE_EQ(convert("myriahertz", "hertz"), 1e4);
@@ -377,8 +380,7 @@ PRISTINE_TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMul
 }
 
 PRISTINE_TEST_F(UnitRegistry, ANewPrefixReadsTheCachedTextsItBeginsAnew) {
-  // Found by the registry model test: a text verified before a prefix that sorts first was
-  // registered kept its old reading, while the same text verified afterwards did not.
+  // A text read before a prefix that sorts first is read again as a new text would be.
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
   EXPECT_DOUBLE_EQ(convert("myriameter/second", "meter/second"), 1e4);

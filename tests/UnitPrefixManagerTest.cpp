@@ -145,8 +145,7 @@ PRISTINE_TEST_F(PrefixRegistry, PrefixUsedByAUnitCannotBeRemoved) {
 }
 
 PRISTINE_TEST(PrefixRemoval, ARefusedRemovalIsNotAnnounced) {
-  // Found by the registry model test: the change event of the removal was posted before
-  // the unit registry refused it.
+  // A removal that the unit registry refuses posts no change event.
   hostSetUsingJava(true);  // before the registries create the change-event sender
   UnitManager* units = UnitManager::Instance();
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();

@@ -41,18 +41,6 @@ PRISTINE_TEST(MessageCatalog, RegisteredOnceAndResolvedById) {
   EXPECT_EQ(textOf(UNIT_NOT_FOUND), "Referenced unit '%s' does not exist.");
 }
 
-TEST(MessageCatalog, RowsWithSharedOrUnusualTexts) {
-  registerUnitsMessageCatalog();
-  EXPECT_EQ(textOf(0x47000E), textOf(0x47000F));
-  EXPECT_EQ(textOf(0x47000E), "A unit exponent must be an integer value.");
-  EXPECT_EQ(textOf(0x470012), textOf(0x470013));
-  EXPECT_EQ(textOf(0x470004),
-            "Warning: A unit with the name '%s' already exists.\n It will be re-registered with "
-            "the new definition.");
-  EXPECT_EQ(textOf(0x470040),
-            "The \"current\" in this UnitSystem must be set before registering the UnitSystem.");
-}
-
 PRISTINE_TEST(MessageCatalog, RaisingWorksBeforeAnyRegistryRegisteredTheCatalog) {
   EXPECT_UNIT_ERROR(raiseError(errors::NotFound, std::string("furlongs")), "Unit:NotFound",
                     "Referenced unit 'furlongs' does not exist.");

@@ -81,12 +81,13 @@ std::vector<std::string_view>& keptTokens() {
 }
 
 // The host parser reads a C string: a NUL would end the text early.
-void requireNoNul(const std::string& composition, UnitError failure) {
+void requireNoNul(const std::string& composition, const UnitErrorOf<>& failure) {
   if (composition.find('\0') != std::string::npos) raiseError(failure);
 }
 
 // Runs the host parser; its syntax error is freed and reported as `failure`.
-std::vector<std::string> postfixTokens(const std::string& composition, UnitError failure) {
+std::vector<std::string> postfixTokens(const std::string& composition,
+                                       const UnitErrorOf<>& failure) {
   requireNoNul(composition, failure);
   CParseTree tree(composition.c_str());
   try {
@@ -109,7 +110,7 @@ void requirePowerWithinLimit(std::size_t units, std::int32_t exponent) {
 }
 
 template <typename T>
-std::unique_ptr<T> popOrFail(std::vector<std::unique_ptr<T>>& stack, UnitError failure) {
+std::unique_ptr<T> popOrFail(std::vector<std::unique_ptr<T>>& stack, const UnitErrorOf<>& failure) {
   if (stack.empty()) raiseError(failure);
   std::unique_ptr<T> top = std::move(stack.back());
   stack.pop_back();

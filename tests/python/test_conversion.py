@@ -9,23 +9,13 @@ import twzo_units as u
 
 pytestmark = pytest.mark.filterwarnings("ignore::twzo_units.UnitDeprecationWarning")
 
+# A few of the built-in tables, whose values the C++ tests check in full.
 BUILTIN = [
     (1, "mile", "meter", 1609.344),
-    (1, "inch", "meter", 0.0254),
     (1, "pound", "gram", 453.59236992),
-    (1, "year", "second", 31557600),
-    (1, "mole", "item", 6.02214199e23),
-    (1, "ampere", "biot", 0.1),
-    (1, "candle", "candela", 1.01937),
-    (2.5, "liter", "milliliter", 2500),
     (36, "kilometer/hour", "meter/second", 10),
-    (3, "kilogram*meter/second^2", "newton", 3),
     (1, "pascal", "kilogram/(meter*second^2)", 1),
-    (1, "acre", "foot^2", 43560),
-    (1, "gallon", "liter", 3.785411784),
-    (1, "calorie", "joule", 4.1868),
     (100, "celsius", "fahrenheit", 212),
-    (0, "kelvin", "celsius", -273.15),
     (-40, "fahrenheit", "celsius", -40),
 ]
 

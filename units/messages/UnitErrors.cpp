@@ -15,35 +15,39 @@ utWarningContext* const warningContext = utGetWarningContext();
 // Any registry can raise before the unit registry's set-up has registered the
 // catalog, so every raise makes sure it is there.
 
-void raiseError(UnitError error) {
+namespace detail {
+
+void raise(UnitError error) {
   registerUnitsMessageCatalog();
   zoph_error(error.identifier, error.message);
 }
 
-void raiseError(UnitError error, const std::string& name) {
+void raise(UnitError error, const std::string& name) {
   registerUnitsMessageCatalog();
   zoph_error_str(error.identifier, error.message, name);
 }
 
-void raiseError(UnitError error, const std::string& first, const std::string& second) {
+void raise(UnitError error, const std::string& first, const std::string& second) {
   registerUnitsMessageCatalog();
   zoph_error_str(error.identifier, error.message, first, second);
 }
 
-void raiseError(UnitError error, int number) {
+void raise(UnitError error, int number) {
   registerUnitsMessageCatalog();
   zoph_error(error.identifier, error.message, number);
 }
 
-void issueWarning(UnitError warning) {
+void warn(UnitError warning) {
   registerUnitsMessageCatalog();
   ut_warning_id(warningContext, warning.identifier, warning.message);
 }
 
-void issueWarning(UnitError warning, const std::string& name) {
+void warn(UnitError warning, const std::string& name) {
   registerUnitsMessageCatalog();
   ut_warning_id_str(warningContext, warning.identifier, warning.message, name);
 }
+
+}  // namespace detail
 
 void warnOfDeprecatedUnit(const std::string& name) {
   // Only registered units warn, and the registry's set-up registered the catalog.

@@ -83,7 +83,7 @@ UDInterface* newQuantityObject(const char* name, const QuantityDimensionApi* exp
 }
 
 // The exponent a prefix method was given, checked as registering a prefix checks it.
-int checkedPrefixExponent(double exponent, UnitError notAnInteger) {
+int checkedPrefixExponent(double exponent, const UnitErrorOf<>& notAnInteger) {
   if (!utEqualWithinEps(exponent, utRound(exponent))) raiseError(notAnInteger);
   if (utEqualWithinEps(exponent, 0.0)) raiseError(errors::PrefixZeroMultNotAllowed);
   return roundedToInt(exponent);

@@ -53,7 +53,7 @@ class UnitSystem_registerSystem_MI : public UDMethodInfo {
   }
   void invokeMethod(UDMethodSignature*, int*, void**, int, void** args) override {
     const UnitSystem& form = *systemOf(hostObject(args[0]));
-    const std::pair<Getter, UnitError> required[] = {
+    const std::pair<Getter, UnitErrorOf<>> required[] = {
         {&UnitSystem::getMassType, errors::SystemMassTypeNotSet},
         {&UnitSystem::getAmountType, errors::SystemAmountTypeNotSet},
         {&UnitSystem::getLengthType, errors::SystemLengthTypeNotSet},
