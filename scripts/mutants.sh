@@ -12,7 +12,8 @@
 #
 # The copy and its build live in build/mutants; the checkout is never changed. A fault that does
 # not compile is left out of the count; a test run that takes longer than a minute per test
-# counts as caught (the fault made something hang).
+# counts as caught (the fault made something hang). A survivor that scripts/mutants-equivalent.txt
+# shows cannot change behaviour is listed apart, with the reason, and left out of the share.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -71,7 +72,18 @@ chosen = sorted(random.Random(seed).sample(sites, min(sample, len(sites))),
                 key=lambda s: (str(s[0]), s[1], s[2]))
 print(f"{len(sites)} places a fault can go in units/; seed {seed} draws {len(chosen)}.", flush=True)
 
-caught, survived, broken = [], [], []
+equivalents = []
+listed = pathlib.Path("scripts/mutants-equivalent.txt")
+for entry in listed.read_text().splitlines() if listed.exists() else []:
+    if entry.strip() and not entry.startswith("#"):
+        prefix, pattern, why = (part.strip() for part in entry.split(" | ", 2))
+        equivalents.append((prefix, re.compile(pattern), why))
+
+def equivalent(where, original):
+    return next((why for prefix, pattern, why in equivalents
+                 if where.startswith(prefix) and pattern.search(original)), None)
+
+caught, survived, broken, same = [], [], [], []
 for index, (path, number, start, end, replacement) in enumerate(chosen, 1):
     original = path.read_text()
     lines = original.splitlines(keepends=True)
@@ -93,6 +105,9 @@ for index, (path, number, start, end, replacement) in enumerate(chosen, 1):
             if run.returncode != 0:
                 caught.append(where)
                 verdict = "caught"
+            elif why := equivalent(where, line):
+                same.append(f"{where}  {change}  {why}")
+                verdict = "survived, equivalent"
             else:
                 survived.append(f"{where}  {change}  {lines[number - 1].strip()}")
                 verdict = "SURVIVED"
@@ -102,10 +117,12 @@ for index, (path, number, start, end, replacement) in enumerate(chosen, 1):
 
 compiled = len(caught) + len(survived)
 share = 100.0 * len(caught) / compiled if compiled else 0.0
-print(f"\nSeed {seed}, sample {len(chosen)}: {compiled} compiled, {len(caught)} caught ({share:.1f} %), "
-      f"{len(survived)} survived, {len(broken)} did not compile.")
-if survived:
-    print("Survivors:")
-    for line in survived:
-        print("  " + line)
+print(f"\nSeed {seed}, sample {len(chosen)}: {compiled} compiled and could change behaviour, "
+      f"{len(caught)} caught ({share:.1f} %), {len(survived)} survived; {len(same)} equivalent "
+      f"(scripts/mutants-equivalent.txt), {len(broken)} did not compile.")
+for title, listing in (("Survivors:", survived), ("Equivalent:", same)):
+    if listing:
+        print(title)
+        for line in listing:
+            print("  " + line)
 PY
