@@ -9,6 +9,7 @@
 #include <string_view>
 #include <tuple>
 
+#include "host/ArgumentError.hpp"
 #include "host/CParseTree.hpp"
 #include "host/Exception.hpp"
 #include "host/Numeric.hpp"
@@ -24,9 +25,11 @@ namespace TwUnits {
 
 namespace {
 
-// A power may not blow a composition up beyond this many unit powers: "meter^2000000000"
-// would otherwise exhaust memory.
-constexpr long long kMaxCompositionUnits = 100;
+// A composition holds a unit as many times as its power says, so "meter^2000000000"
+// would exhaust memory: no composition, nor any part of one, holds more units than this.
+// It bounds memory and time only; the limit on the names a composition writes is the
+// host method's that lists them.
+constexpr long long kMaxCompositionUnits = 10000;
 
 double readNumber(const std::string& token) {
   return ut_strtod(utGetFpcContext(), token.c_str(), nullptr, 0);
@@ -103,10 +106,20 @@ std::vector<std::string> postfixTokens(const std::string& composition,
   return tokens;
 }
 
-void requirePowerWithinLimit(std::size_t units, std::int32_t exponent) {
-  if (static_cast<long long>(units) * std::llabs(exponent) > kMaxCompositionUnits) {
-    raiseError(errors::CompositionLimit);
+void requireWithinLimit(long long units) {
+  if (units > kMaxCompositionUnits) {
+    raiseArgumentError("composition", "must not hold more than " +
+                                          std::to_string(kMaxCompositionUnits) + " units");
   }
+}
+
+void requirePowerWithinLimit(std::size_t units, std::int32_t exponent) {
+  requireWithinLimit(static_cast<long long>(units) * std::llabs(exponent));
+}
+
+template <typename Term>
+long long unitCount(const Term& term) {
+  return static_cast<long long>(term.getNumerator().size() + term.getDenominator().size());
 }
 
 template <typename T>
@@ -210,6 +223,7 @@ UnitComposition QuantityStringParser::parseUnitComposition(
   }
   keptTokens() = std::move(tokens);
   if (stack.compositions.size() != 1) raiseError(errors::BadUnitCompositionParse);
+  if (stack.literals.back()) raiseError(errors::UnitCompositionNumeric);  // such as "2^3"
   return std::move(stack.compositions.back());
 }
 
@@ -269,16 +283,23 @@ void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
   requireOperands(stack);
   if (stack.literals.back() || stack.literals.end()[-2])
     raiseError(errors::InvalidCompositionMathMult);
+  UnitComposition& left = stack.compositions.end()[-2];
+  UnitComposition& right = stack.compositions.back();
+  requireWithinLimit(unitCount(left) + unitCount(right));
   // In place: the left operand takes in the right one's units.
-  stack.compositions.end()[-2] *= std::move(stack.compositions.back());
+  left *= std::move(right);
   popOperand(stack);
 }
 
 void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
   requireOperands(stack);
-  const std::optional<std::int32_t> left = stack.literals.end()[-2];
-  if (stack.literals.back() || (left && *left != 1)) raiseError(errors::InvalidCompositionMathDiv);
-  stack.compositions.end()[-2] /= std::move(stack.compositions.back());
+  const std::optional<std::int32_t> literal = stack.literals.end()[-2];
+  if (stack.literals.back() || (literal && *literal != 1))
+    raiseError(errors::InvalidCompositionMathDiv);
+  UnitComposition& left = stack.compositions.end()[-2];
+  UnitComposition& right = stack.compositions.back();
+  requireWithinLimit(unitCount(left) + unitCount(right));
+  left /= std::move(right);
   stack.literals.end()[-2] = std::nullopt;
   popOperand(stack);
 }
@@ -289,10 +310,14 @@ void QuantityStringParser::handlePowOnUnitComp(UnitStack& stack) const {
   requireOperands(stack);
   const std::int32_t exponent = *stack.literals.back();
   popOperand(stack);
+  if (const std::optional<std::int32_t> literal = stack.literals.back()) {
+    // A power of a number is a number (1 for a power of 1), which no composition holds.
+    if (*literal == 1 || exponent == 0) stack.literals.back() = 1;
+    return;
+  }
   UnitComposition& base = stack.compositions.back();
-  requirePowerWithinLimit(base.getNumerator().size() + base.getDenominator().size(), exponent);
+  requirePowerWithinLimit(static_cast<std::size_t>(unitCount(base)), exponent);
   base ^= exponent;
-  stack.literals.back() = std::nullopt;
 }
 
 void QuantityStringParser::handlePlusMinusOnUnitComp(UnitStack&) const {
@@ -477,6 +502,10 @@ MakeupTerm popTerm(TermStack& stack) {
   return term;
 }
 
+long long termSize(const MakeupTerm& term) {
+  return static_cast<long long>(term.numerator.size() + term.denominator.size());
+}
+
 void multiplyInto(MakeupTerm& result, const MakeupTerm& factor) {
   result.numerator.insert(factor.numerator.begin(), factor.numerator.end());
   result.denominator.insert(factor.denominator.begin(), factor.denominator.end());
@@ -504,6 +533,7 @@ class ExpressionHelper<QuantityStringParserApi::MULTIPLY> : public ExpressionHel
   bool handleToken(TermStack& stack, Cursor&) const override {
     MakeupTerm right = popTerm(stack);
     MakeupTerm left = popTerm(stack);
+    requireWithinLimit(termSize(left) + termSize(right));
     multiplyInto(right, left);
     stack.push_back(std::move(right));
     return true;
@@ -516,6 +546,7 @@ class ExpressionHelper<QuantityStringParserApi::DIVIDE> : public ExpressionHelpe
   bool handleToken(TermStack& stack, Cursor&) const override {
     MakeupTerm right = popTerm(stack);
     MakeupTerm left = popTerm(stack);
+    requireWithinLimit(termSize(left) + termSize(right));
     divideInto(left, right);
     stack.push_back(std::move(left));
     return true;

@@ -92,7 +92,9 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
   StringVector* getPrefixUnitStrings() const;
   // The unit name without a leading registered prefix, or unchanged.
   std::string stripPrefixFromSingleUnit(const std::string& unitName) const;
-  // The first prefix, in name order, whose name begins the text; or null.
+  // The first prefix, in name order, whose name begins the text and leaves a registered
+  // unit; when none does, the longest that begins it (so that an error names the shortest
+  // rest); or null.
   const UnitPrefix* findLeadingPrefix(std::string_view text) const;
 
  private:
