@@ -6,12 +6,15 @@
 //  - registering n user units of a derived quantity ("d<i>", pressure) or of a base
 //    quantity ("b<i>", length) and then unregistering the first of them, the one
 //    whose removal moves every later unit down an index; with the resident set size
-//    before and after registration.
+//    before and after registration;
+//  - converting texts of new dimensions, each of which registers an anonymous quantity,
+//    once there are thousands of them.
 // Timings are taken inside the child, so process start and library loading are not
 // in them; they are the benchmarks' (manual) times and also counters.
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <exception>
 #include <memory>
 #include <stdexcept>
@@ -72,6 +75,25 @@ TW_CHILD_TASK(register_units) {
   if (units->isUnitRegistered(first)) throw std::runtime_error(first + " is still registered");
 }
 
+// Arguments: n. Converts n texts of dimensions that no quantity has, each of which
+// registers an anonymous quantity, and times the last thousand of them.
+TW_CHILD_TASK(new_dimensions) {
+  const int count = std::stoi(arguments.at(0));
+  TwUnits::UnitManager* units = TwUnits::UnitManager::Instance();
+  std::vector<std::string> texts;
+  for (int i = 0; static_cast<int>(texts.size()) < count; ++i) {
+    texts.push_back("meter^" + std::to_string(i % 14 + 1) + "*second^" +
+                    std::to_string(i / 14 % 14 + 1) + "*gram^" + std::to_string(i / 196 % 14 + 1) +
+                    "*ampere^" + std::to_string(i / 2744 + 1));
+  }
+  const int timed = std::min(count, 1000);
+  for (int i = 0; i < count - timed; ++i) units->convert(1.0, texts[i], texts[i]);
+  report["last_thousand_s"] = timeIt([&] {
+    for (int i = count - timed; i < count; ++i) units->convert(1.0, texts[i], texts[i]);
+  });
+  report["rss_KiB"] = twbench::residentKiB();
+}
+
 // Runs the child task once per iteration; its `setup_s` is the iteration's time.
 void BM_SetupInChild(benchmark::State& state, const char* task) {
   double setupMs = 0.0, rssMiB = 0.0;
@@ -120,6 +142,27 @@ void BM_RegisterUserUnits(benchmark::State& state, const char* kind) {
   state.counters["rss_after_MiB"] = Counter(afterMiB, Counter::kAvgIterations);
 }
 
+// A conversion of a new dimension once there are n anonymous quantities; the time is
+// one such conversion's, averaged over the last thousand.
+void BM_NewDimensions(benchmark::State& state) {
+  double perConversionUs = 0.0, rssMiB = 0.0;
+  for (auto _ : state) {
+    ChildReport report;
+    try {
+      report = runInChild("new_dimensions", {std::to_string(state.range(0))});
+      state.SetIterationTime(figure(report, "last_thousand_s") / 1000.0);
+    } catch (const std::exception& error) {
+      state.SkipWithError(error.what());
+      break;
+    }
+    perConversionUs += figure(report, "last_thousand_s") * 1e3;
+    rssMiB += figure(report, "rss_KiB") / kMiB;
+  }
+  using benchmark::Counter;
+  state.counters["per_conversion_us"] = Counter(perConversionUs, Counter::kAvgIterations);
+  state.counters["rss_MiB"] = Counter(rssMiB, Counter::kAvgIterations);
+}
+
 BENCHMARK(BM_UnitManagerSetup)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(20);
 BENCHMARK(BM_Udunits_ReadXml)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 // The argument names are the summary's row keys (bench/support/SideBySide.cpp).
@@ -136,6 +179,13 @@ BENCHMARK_CAPTURE(BM_RegisterUserUnits, base, "base")
     ->Arg(5000)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
+
+BENCHMARK(BM_NewDimensions)
+    ->Arg(1000)
+    ->Arg(30000)
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond)
     ->Iterations(1);
 
 }  // namespace

@@ -23,6 +23,8 @@ double ut_strtod(utFpcContext*, const char* text, char** end, int) {
 
 bool utEqualWithinEps(double a, double b) {
   if (a == b) return true;
+  // An infinity equals only itself: the relative tolerance would take it for anything.
+  if (!std::isfinite(a) || !std::isfinite(b)) return false;
   double scale = std::max(std::fabs(a), std::fabs(b));
   return std::fabs(a - b) <= 4 * DBL_EPSILON * scale;
 }

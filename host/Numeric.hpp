@@ -17,7 +17,8 @@ utFpcContext* utGetFpcContext();
 // does; NaN for a null text. `end`, when given, receives the first unread character.
 double ut_strtod(utFpcContext* context, const char* text, char** end, int flags);
 
-// True when a == b, or |a - b| <= 4 * DBL_EPSILON * max(|a|, |b|). NaN equals nothing.
+// True when a == b, or both are finite and |a - b| <= 4 * DBL_EPSILON * max(|a|, |b|).
+// NaN equals nothing, and an infinity only itself.
 bool utEqualWithinEps(double a, double b);
 
 // Rounds to the nearest integer, halves away from zero.

@@ -27,6 +27,9 @@ TEST(HostNumeric, EqualWithinRelativeTolerance) {
       {0.0, -0.0, true},
       {std::nan(""), std::nan(""), false},
       {INFINITY, INFINITY, true},
+      {INFINITY, 0.0, false},  // the relative tolerance is infinite too
+      {INFINITY, 1e308, false},
+      {-INFINITY, INFINITY, false},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(testing::Message() << c.a << " vs " << c.b);

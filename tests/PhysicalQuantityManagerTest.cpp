@@ -187,6 +187,12 @@ PRISTINE_TEST_F(PhysicalQuantityRegistry, AnonymousQuantitiesAreNumberedEvenWhen
   meterTo11 ^= 11;
   registry->registerAnonymousPQ(&meterTo11);
   EXPECT_EQ(registry->getQuantityIdx(std::string("Unnamed_Quant_4")), 39);
+  // a name that a user quantity took is passed over
+  add("Unnamed_Quant_5", {0, 0, 13, 0, 0, 0, 0});
+  UnitComposition meterTo15(UnitBase(2, 0, -1));
+  meterTo15 ^= 15;
+  registry->registerAnonymousPQ(&meterTo15);
+  EXPECT_EQ(registry->getQuantityIdx(std::string("Unnamed_Quant_6")), 41);
 }
 
 PRISTINE_TEST_F(PhysicalQuantityRegistry, ListenersRunInOrderOfAddition) {

@@ -154,14 +154,18 @@ struct Model {
     if (up.empty() && down.empty()) return "dimensionless";
     return (up.empty() ? "1" : up) + (down.empty() ? "" : "/(" + down + ")");
   }
-  // The prefix that the registry strips from a name: the first in byte order of names.
+  // The prefix that the registry strips from a name: the first in byte order of names that
+  // leaves a unit, or else the longest.
   const ModelPrefix* leadingPrefix(const std::string& name) const {
-    const ModelPrefix* found = nullptr;
+    const ModelPrefix *found = nullptr, *longest = nullptr;
     for (const ModelPrefix& prefix : prefixes) {
-      if (beginsWith(name, prefix.name) && (found == nullptr || prefix.name < found->name))
+      if (!beginsWith(name, prefix.name)) continue;
+      if (units.count(name.substr(prefix.name.size())) != 0 &&
+          (found == nullptr || prefix.name < found->name))
         found = &prefix;
+      if (longest == nullptr || prefix.name.size() > longest->name.size()) longest = &prefix;
     }
-    return found;
+    return found != nullptr ? found : longest;
   }
   std::string stripped(const std::string& token) const {
     const ModelPrefix* prefix = leadingPrefix(token);
@@ -258,19 +262,31 @@ struct Model {
     list.erase(list.begin() + u);
     units.erase(name);
   }
-  // SI value of one unit of a unit system for the base quantity, as the registry reads
-  // the system's unit name: an unknown unit stands for the quantity's first unit.
+  // SI value of one unit of a unit system for the base quantity.
   double systemScale(const ModelSystem& system, int base) const {
-    const std::string& name = system.units[static_cast<std::size_t>(base)];
-    double prefix = 1.0;
-    std::string unit = name;
-    if (const ModelPrefix* leading = leadingPrefix(name)) {
-      prefix = leading->multiplier();
-      unit = name.substr(leading->name.size());
+    const auto resolved = resolve(system.units[static_cast<std::size_t>(base)]);
+    return resolved->first * units.at(resolved->second).scale;
+  }
+  // The first unit system that names the unit, with or without a prefix; or that names a
+  // unit with the prefix.
+  std::string systemUsing(const std::string& unit, const std::string& prefix = "") const {
+    for (const ModelSystem& system : systems) {
+      for (const std::string& name : system.units) {
+        const auto resolved = resolve(name);
+        const bool prefixed = units.count(name) == 0;
+        if (!resolved) continue;  // the conversions of the system then fail the test
+        if (prefix.empty() ? resolved->second == unit
+                           : prefixed && leadingPrefix(name)->name == prefix) {
+          return system.name;
+        }
+      }
     }
-    const auto& list = quantity(base).units;
-    if (std::find(list.begin(), list.end(), unit) == list.end()) unit = list.front();
-    return prefix * units.at(unit).scale;
+    return "";
+  }
+  // The first user of the unit that refuses its removal: a unit, then a unit system.
+  std::string userOf(const std::string& name) const {
+    const std::string unit = firstUserOf(name);
+    return unit.empty() ? systemUsing(name) : unit;
   }
 };
 
@@ -643,7 +659,7 @@ class RegistryModel : public testing::TestWithParam<int> {
       case 11: {  // redefining a unit that another unit uses
         std::vector<std::string> used;
         for (const std::string& name : users) {
-          if (!model.firstUserOf(name).empty()) used.push_back(name);
+          if (!model.userOf(name).empty()) used.push_back(name);
         }
         if (used.empty()) return;
         const ModelUnit& unit = model.units.at(d.name = pickFrom(used));
@@ -656,7 +672,7 @@ class RegistryModel : public testing::TestWithParam<int> {
           expected = refusal("Unit:NotFound", "'" + valued.missing + "'");
           break;
         }
-        expected = refusal("Unit:BeingUsed", "'" + model.firstUserOf(d.name) + "'");
+        expected = refusal("Unit:BeingUsed", "'" + model.userOf(d.name) + "'");
         expected.redefinitionWarnings = 1;
         break;
       }
@@ -671,7 +687,7 @@ class RegistryModel : public testing::TestWithParam<int> {
   void redefineUnit() {
     std::vector<std::string> free;
     for (const std::string& name : userUnits()) {
-      if (model.firstUserOf(name).empty()) free.push_back(name);
+      if (model.userOf(name).empty()) free.push_back(name);
     }
     if (free.empty()) return;
     const std::string name = pickFrom(free);
@@ -712,7 +728,7 @@ class RegistryModel : public testing::TestWithParam<int> {
     const std::size_t kind = pick(10);
     if (kind < 7 && !users.empty()) {
       name = pickFrom(users);
-      const std::string user = model.firstUserOf(name);
+      const std::string user = model.userOf(name);
       if (!user.empty()) {
         expected = refusal("Unit:BeingUsed", "'" + user + "'");
       } else {
@@ -773,7 +789,8 @@ class RegistryModel : public testing::TestWithParam<int> {
         }
         break;
       }
-      case 4:  // the beginning of a registered prefix's name, which it then shadows
+      case 4:  // the beginning of a registered prefix's name, which takes only what it leaves a
+               // unit of
         if (own.empty()) return;
         name = pickFrom(own);
         name.pop_back();
@@ -818,6 +835,7 @@ class RegistryModel : public testing::TestWithParam<int> {
             user = units->getQuantityUnitStrings2(q)[static_cast<std::size_t>(u)];
         }
       }
+      if (user.empty()) user = model.systemUsing("", name);
       if (!user.empty()) {
         expected = refusal("Unit:PrefixBeingUsed", "'" + user + "'");
       } else {

@@ -3,6 +3,7 @@
 #include <limits>
 #include <memory>
 
+#include "tests/support/ErrorCapture.hpp"
 #include "tests/support/Pristine.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
@@ -211,9 +212,13 @@ TEST_F(Composition, QuantityWrittenInAUnitSystem) {
   system.setLengthType("centimeter");
   system.setTimeType("hour");
   EXPECT_EQ(UnitComposition(17, &system).getCompositionString(), "centimeter*gram/hour^2");
-  system.setLengthType("furlong");  // unknown: the quantity's first unit stands in
-  EXPECT_EQ(UnitComposition(12, &system).getCompositionString(), "gram/(hour^2*meter)");
   EXPECT_EQ(UnitComposition(36, &system).getCompositionString(), "dimensionless");
+  // A unit that the quantity does not know stands for none of its units.
+  system.setLengthType("furlong");
+  EXPECT_UNIT_ERROR(UnitComposition(12, &system), "Unit:NotFound",
+                    "Referenced unit 'furlong' does not exist.");
+  system.setLengthType("second");
+  EXPECT_UNIT_ERROR_ID(UnitComposition(12, &system), "CALVEX:badArgument");
 }
 
 }  // namespace

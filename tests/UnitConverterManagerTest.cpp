@@ -68,6 +68,11 @@ PRISTINE_TEST_F(Converters, ConverterValues) {
       {"1/millisecond", "hertz", 1000.0, 0.0},
       {"kelvin/second", "kelvin/minute", 60.0, 0.0},
       {"kilometer/meter", "dimensionless", 1000.0, 0.0},
+      // a temperature not alone (in a denominator, raised to a power) is a difference
+      {"1/celsius", "1/kelvin", 1.0, 0.0},
+      {"1/kelvin", "1/fahrenheit", 1.0 / 1.8, 0.0},
+      {"celsius^2", "kelvin^2", 1.0, 0.0},
+      {"celsius*kelvin/millikelvin", "kelvin", 1000.0, 0.0},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.from) + " -> " + c.to);

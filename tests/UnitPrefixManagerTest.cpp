@@ -1,13 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "host/JavaBridge.hpp"
 #include "host/StringVector.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/Pristine.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
+#include "units/QuantityStringParser.hpp"
+#include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
 
@@ -19,7 +24,7 @@ class PrefixRegistry : public testing::Test {
   void SetUp() override { UnitManager::Instance(); }
 
   // Registers a new prefix; the registry owns it when it stores it.
-  UnitPrefix* add(const char* name, int exponent) {
+  UnitPrefix* add(const std::string& name, int exponent) {
     auto prefix = std::make_unique<UnitPrefix>(name, exponent, "");
     prefixes->registerPrefix(prefix.get());
     return prefix.release();
@@ -156,7 +161,7 @@ PRISTINE_TEST(PrefixRemoval, ARefusedRemovalIsNotAnnounced) {
   EXPECT_TRUE(hostJavaEventQueue().empty());
 }
 
-PRISTINE_TEST_F(PrefixRegistry, StrippingStopsAtTheFirstPrefixInNameOrder) {
+PRISTINE_TEST_F(PrefixRegistry, StrippingTakesTheFirstPrefixInNameOrderThatLeavesAUnit) {
   struct Case {
     const char* name;
     const char* rest;
@@ -181,9 +186,51 @@ PRISTINE_TEST_F(PrefixRegistry, StrippingStopsAtTheFirstPrefixInNameOrder) {
     }
     EXPECT_EQ(prefixes->stripPrefixFromSingleUnit(c.name), c.rest);
   }
-  // a user prefix that begins another prefix's name sorts first and wins
+  // a user prefix that begins another prefix's name sorts first, and takes what it leaves
+  // a unit of; with no unit left either way, the longer prefix is stripped
   add("ki", 7);
-  EXPECT_EQ(prefixes->stripPrefixFromSingleUnit("kilometer"), "lometer");
+  EXPECT_EQ(prefixes->stripPrefixFromSingleUnit("kilometer"), "meter");
+  EXPECT_EQ(prefixes->stripPrefixFromSingleUnit("kimeter"), "meter");
+  EXPECT_EQ(prefixes->stripPrefixFromSingleUnit("kilofurlong"), "furlong");
+}
+
+PRISTINE_TEST_F(PrefixRegistry, ANewPrefixNeverChangesWhatATextMeans) {
+  // Every text of a built-in prefix and a built-in unit, before and after every beginning of
+  // a built-in prefix's name that may be registered is.
+  UnitManager* units = UnitManager::Instance();
+  QuantityStringParser* parser = QuantityStringParser::Instance();
+  auto meaning = [&](const std::string& text) {
+    std::string read;
+    auto error = captureError([&] {
+      std::unique_ptr<UnitComposition> composition(parser->createUnitCompFromString(text));
+      read =
+          composition->getCompositionString() + " " + std::to_string(composition->getMultiplier());
+    });
+    return error ? error->identifier : read;
+  };
+  std::map<std::string, std::string> texts;
+  for (int p = 0; p < UnitPrefixManager::kBuiltinPrefixCount; ++p) {
+    for (int q = 0; q < units->getNumQuantityLists(); ++q) {
+      for (const std::string& unit : units->getQuantityUnitStrings2(q))
+        texts[prefixes->getUnitPrefixAsString(p) + unit] = "";
+    }
+  }
+  for (auto& [text, read] : texts) read = meaning(text);
+  std::vector<std::string> added;
+  for (int p = 0; p < UnitPrefixManager::kBuiltinPrefixCount; ++p) {
+    const std::string name = prefixes->getUnitPrefixAsString(p);
+    for (std::size_t length = 1; length < name.size(); ++length) {
+      UnitPrefix beginning(name.substr(0, length), 4, "");
+      if (captureError([&] { prefixes->verifyUnitPrefix(&beginning); })) continue;
+      if (!prefixes->isPrefixRegistered(beginning.getName())) {
+        add(beginning.getName(), 4);
+        added.push_back(beginning.getName());
+      }
+    }
+  }
+  EXPECT_GE(added.size(), 10u);
+  for (const auto& [text, read] : texts) EXPECT_EQ(meaning(text), read) << text;
+  for (const std::string& name : added) prefixes->unregisterPrefix(name);
 }
 
 }  // namespace

@@ -29,8 +29,10 @@ TEST(UnitPrefix, ExponentSettersAndTheirBounds) {
       // not an integer: refused before any bound check
       {2.5, "Unit:UnitPrefixMustBeMultTen", "A prefix exponent must be an integer."},
       {99.5, "Unit:UnitPrefixMustBeMultTen", "A prefix exponent must be an integer."},
-      {std::numeric_limits<double>::quiet_NaN(), "Unit:UnitPrefixMustBeMultTen",
-       "A prefix exponent must be an integer."},
+      {std::numeric_limits<double>::quiet_NaN(), "CALVEX:badArgument",
+       "The exponent must be a finite number."},
+      {-std::numeric_limits<double>::infinity(), "CALVEX:badArgument",
+       "The exponent must be a finite number."},
       {51, nullptr, nullptr},
       {-51, nullptr, nullptr},
       {-3.0, nullptr, nullptr},

@@ -6,6 +6,7 @@
 #include "tests/support/Pristine.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
+#include "units/UnitPrefixManager.hpp"
 #include "units/UnitSystemManager.hpp"
 
 namespace TwUnits {
@@ -29,21 +30,64 @@ PRISTINE_TEST_F(UnitSystems, BuiltinMKS) {
       "UnitSystem 'mks' does not exist. Type 'showunitsystems' to see available list.");
 }
 
-PRISTINE_TEST_F(UnitSystems, RegistrationChecksNameThenDuplicates) {
-  UnitSystem invalid("2MKS"), duplicate("MKS");
-  EXPECT_UNIT_ERROR(systems->registerUnitSystem(&invalid), "Unit:SystemNameInvalid",
-                    "Error registering unit system. See help for valid names.");
-  EXPECT_UNIT_ERROR(systems->registerUnitSystem(&duplicate), "Unit:SystemDuplicateName",
-                    "Unable to register UnitSystem 'MKS' because it already exists. Try removing "
-                    "the other instance "
-                    "with 'unregisterunitsystem' first or renaming this instance.");
+// A copy of "MKS" under another name, one unit changed.
+std::unique_ptr<UnitSystem> mksWith(const char* name, void (UnitSystem::*set)(const std::string&),
+                                    const char* unit) {
+  auto system = std::make_unique<UnitSystem>(
+      *static_cast<const UnitSystem*>(UnitSystemManager::Instance()->getUnitSystemApi("MKS")));
+  system->setUnitSystemName(name);
+  (system.get()->*set)(unit);
+  return system;
+}
+
+PRISTINE_TEST_F(UnitSystems, RegistrationChecksNameThenDuplicatesThenEveryUnit) {
+  struct Case {
+    std::unique_ptr<UnitSystem> system;
+    const char* identifier;
+    const char* message;
+  } cases[] = {
+      {std::make_unique<UnitSystem>("2MKS"), "Unit:SystemNameInvalid",
+       "Error registering unit system. See help for valid names."},
+      {std::make_unique<UnitSystem>("MKS"), "Unit:SystemDuplicateName",
+       "Unable to register UnitSystem 'MKS' because it already exists. Try removing the other "
+       "instance with 'unregisterunitsystem' first or renaming this instance."},
+      {std::make_unique<UnitSystem>("empty"), "Unit:NotFound",
+       "Referenced unit '' does not exist."},
+      {mksWith("typo", &UnitSystem::setMassType, "kilogramm"), "Unit:NotFound",
+       "Referenced unit 'kilogramm' does not exist."},
+      {mksWith("wrong", &UnitSystem::setMassType, "meter"), "CALVEX:badArgument",
+       "The mass unit must be a unit of mass, not 'meter'."},
+  };
+  for (Case& c : cases) {
+    SCOPED_TRACE(c.system->getUnitSystemName());
+    EXPECT_UNIT_ERROR(systems->registerUnitSystem(c.system.get()), c.identifier, c.message);
+  }
   EXPECT_EQ(systems->getUnitSystems().size(), 1u);
-  systems->registerUnitSystem(new UnitSystem("empty"));  // unit names are not checked here
-  EXPECT_EQ(systems->getUnitSystemApi("empty")->getMassType(), "");
+  std::unique_ptr<UnitSystem> cgs = mksWith("cgs", &UnitSystem::setLengthType, "centimeter");
+  systems->registerUnitSystem(cgs.release());
+  EXPECT_EQ(systems->getUnitSystemApi("cgs")->getLengthType(), "centimeter");
+}
+
+PRISTINE_TEST_F(UnitSystems, UnitsAndPrefixesThatASystemNamesStay) {
+  UnitManager* units = UnitManager::Instance();
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
+  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
+  std::unique_ptr<UnitSystem> system = mksWith("fmks", &UnitSystem::setLengthType, "furlong");
+  system->setMassType("myriagram");
+  systems->registerUnitSystem(system.release());
+  EXPECT_UNIT_ERROR(units->unregisterUnit("furlong"), "Unit:BeingUsed",
+                    "Cannot unregister unit because it is being used by unit 'fmks'.");
+  EXPECT_UNIT_ERROR(
+      prefixes->unregisterPrefix("myria"), "Unit:PrefixBeingUsed",
+      "Cannot unregister unit prefix because it is being used in the definition of unit 'fmks'.");
+  systems->unregisterUnitSystem("fmks");
+  units->unregisterUnit("furlong");
+  prefixes->unregisterPrefix("myria");
 }
 
 PRISTINE_TEST_F(UnitSystems, RemovalIsByNameAndNothingProtectsMKS) {
-  systems->registerUnitSystem(new UnitSystem("cgs"));
+  systems->registerUnitSystem(mksWith("cgs", &UnitSystem::setLengthType, "centimeter").release());
   systems->unregisterUnitSystem("MKS");
   EXPECT_UNIT_ERROR(systems->unregisterUnitSystem("MKS"), "Unit:SystemNotRegistered",
                     "Cannot unregister UnitSystem because it is not registered.");
@@ -73,11 +117,11 @@ PRISTINE_TEST_F(UnitSystems, CompositionsWrittenInASystem) {
   EXPECT_EQ(newton->getCompositionString(), "kilogram*meter/second^2");
   EXPECT_EQ(factor, (std::pair<double, double>{1.0, 0.0}));
 
-  auto* cgh = new UnitSystem("cgh");
-  cgh->setMassType("gram");
-  cgh->setLengthType("centimeter");
-  cgh->setTimeType("hour");
-  systems->registerUnitSystem(cgh);
+  std::unique_ptr<UnitSystem> owned = mksWith("cgh", &UnitSystem::setMassType, "gram");
+  owned->setLengthType("centimeter");
+  owned->setTimeType("hour");
+  UnitSystem* cgh = owned.get();
+  systems->registerUnitSystem(owned.release());
   std::unique_ptr<UnitComposition> pressure(
       units->createUnitCompApiForUnitSystem("pascal", cgh, factor));
   EXPECT_EQ(pressure->getCompositionString(), "gram/(centimeter*hour^2)");

@@ -81,10 +81,46 @@ PhysicalQuantityManager::PhysicalQuantityManager() : listeners_(std::make_unique
 
 PhysicalQuantityManager::~PhysicalQuantityManager() = default;
 
+std::size_t PhysicalQuantityManager::ExponentsHash::operator()(const Exponents& exponents) const {
+  std::uint64_t hash = 0xcbf29ce484222325ULL;
+  for (int exponent : exponents) {
+    hash = (hash ^ static_cast<std::uint32_t>(exponent)) * 0x100000001b3ULL;
+    hash ^= hash >> 29;
+  }
+  return static_cast<std::size_t>(hash);
+}
+
+void PhysicalQuantityManager::indexLast() {
+  const int index = getNumQuantities() - 1;
+  const QuantityDimension& quantity = *quantities_.back();
+  Exponents exponents;
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b) exponents[b] = quantity.at(b);
+  // The first quantity of a name or of dimensions is the one found.
+  indexByName_.emplace(std::string_view(quantity.getName()), index);
+  indexByExponents_.emplace(exponents, index);
+}
+
+void PhysicalQuantityManager::reindex() {
+  std::vector<std::unique_ptr<QuantityDimension>> all = std::move(quantities_);
+  quantities_.clear();
+  indexByName_.clear();
+  indexByExponents_.clear();
+  for (auto& quantity : all) {
+    quantities_.push_back(std::move(quantity));
+    indexLast();
+  }
+}
+
+int PhysicalQuantityManager::indexOf(const Exponents& exponents) const {
+  auto found = indexByExponents_.find(exponents);
+  return found == indexByExponents_.end() ? -1 : found->second;
+}
+
 void PhysicalQuantityManager::setup() {
   quantities_.reserve(kBuiltinQuantityCount);
   for (const BuiltinQuantity& builtin : kBuiltinQuantities) {
     quantities_.push_back(std::make_unique<QuantityDimension>(builtin.exponents, builtin.name));
+    indexLast();
   }
   registerInternalListeners();
   builtinCount_ = static_cast<int>(quantities_.size());
@@ -138,10 +174,15 @@ void PhysicalQuantityManager::checkNewQuantity(const QuantityDimension& quantity
       QuantityStringParser::getTokenEnum(quantity.getName()) != QuantityStringParserApi::NAME) {
     raiseError(errors::QuantityNameInvalid);
   }
+  // The first conflicting entry in index order decides; its name is tested first.
   const std::string name = quantity.getName();
-  for (const auto& entry : quantities_) {
-    if (name == entry->getName()) raiseError(errors::QuantityDuplicateName, name);
-    if (quantity == *entry) raiseError(errors::QuantityDuplicateDimensions, name, entry->getName());
+  const int sameName = getQuantityIdx(name);
+  const int sameDimensions = getQuantityIdx(&quantity);
+  if (sameName != -1 && (sameDimensions == -1 || sameName <= sameDimensions))
+    raiseError(errors::QuantityDuplicateName, name);
+  if (sameDimensions != -1) {
+    raiseError(errors::QuantityDuplicateDimensions, name,
+               quantities_[static_cast<std::size_t>(sameDimensions)]->getName());
   }
 }
 
@@ -150,6 +191,7 @@ void PhysicalQuantityManager::storeQuantity(QuantityDimension* quantity) {
   Announcement announcement;
   names_.push_back(quantity->getName());
   quantities_.emplace_back(quantity);
+  indexLast();
   if (listeners_->added) listeners_->added(quantity);
   announcement.tell(listeners_->registered, quantity);
   announcement.finish();
@@ -191,18 +233,23 @@ void PhysicalQuantityManager::unregisterPhysicalQuantity(const std::string& name
     if (name != quantity->getName()) kept.push_back(std::move(quantity));
   }
   quantities_ = std::move(kept);
+  reindex();  // later quantities moved down one index
   names_.erase(names_.begin() + index);
   announcement.finish();
 }
 
 void PhysicalQuantityManager::registerAnonymousPQ(const UnitComposition* composition) {
-  ++anonymousCounter;
+  // A user quantity may have taken the next name: the one after it is free.
+  std::string name;
+  do {
+    name = "Unnamed_Quant_" + std::to_string(++anonymousCounter);
+  } while (getQuantityIdx(name) != -1);
   std::vector<int> numerator, denominator;
   composition->getQuantityIdxVector(numerator, true);
   composition->getQuantityIdxVector(denominator, false);
   QuantityDimension dimensions(&numerator);
   dimensions /= QuantityDimension(&denominator);
-  dimensions.setName(("Unnamed_Quant_" + std::to_string(anonymousCounter)).c_str());
+  dimensions.setName(name.c_str());
   checkNewQuantity(dimensions);
   storeQuantity(new QuantityDimension(dimensions));
 }
@@ -217,31 +264,27 @@ const QuantityDimensionApi* PhysicalQuantityManager::getQuantityDimensionApi(int
 }
 
 int PhysicalQuantityManager::getQuantityIdx(const std::string& name) const {
-  for (std::size_t i = 0; i < quantities_.size(); ++i) {
-    if (name == quantities_[i]->getName()) return static_cast<int>(i);
-  }
-  return -1;
+  auto found = indexByName_.find(std::string_view(name));
+  return found == indexByName_.end() ? -1 : found->second;
 }
 
 int PhysicalQuantityManager::getQuantityIdx(const QuantityDimensionApi* dimensions) const {
-  for (std::size_t i = 0; i < quantities_.size(); ++i) {
-    if (*dimensions == *quantities_[i]) return static_cast<int>(i);
-  }
-  return -1;
+  Exponents exponents;
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b) exponents[b] = (*dimensions)[b];
+  return indexOf(exponents);
 }
 
 int PhysicalQuantityManager::getQuantityIdx(const QuantityDimension* dimensions) const {
-  // The same first match as the interface's look-up, without a virtual call per exponent.
-  int exponents[kBaseDimensionCount];
+  // Without a virtual call per exponent.
+  Exponents exponents;
   for (unsigned b = 0; b < kBaseDimensionCount; ++b) exponents[b] = dimensions->at(b);
-  return getQuantityIdx(exponents);
+  return indexOf(exponents);
 }
 
 int PhysicalQuantityManager::getQuantityIdx(const int* exponents) const {
-  for (std::size_t i = 0; i < quantities_.size(); ++i) {
-    if (quantities_[i]->matchesSignature(exponents)) return static_cast<int>(i);
-  }
-  return -1;
+  Exponents copied;
+  std::copy(exponents, exponents + kBaseDimensionCount, copied.begin());
+  return indexOf(copied);
 }
 
 StringVector* PhysicalQuantityManager::getAllQuantityTypeStrings() const {

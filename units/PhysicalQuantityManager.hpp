@@ -16,8 +16,11 @@
 //   registry->registerPhysicalQuantity(new QuantityDimension(exps, "speed"));
 //   // raises "Unit:QuantityDuplicateDimensions": 'velocity' has those dimensions
 
+#include <array>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "units/PhysicalQuantityManagerApi.hpp"
@@ -98,10 +101,24 @@ class PhysicalQuantityManager : public PhysicalQuantityManagerApi {
   // Appends a checked quantity, which the registry owns from then on, and announces it.
   void storeQuantity(QuantityDimension* quantity);
 
+  using Exponents = std::array<int, kBaseDimensionCount>;
+  struct ExponentsHash {
+    std::size_t operator()(const Exponents& exponents) const;
+  };
+  int indexOf(const Exponents& exponents) const;
+  // Index entries for the quantity at the index, which is the last one.
+  void indexLast();
+  void reindex();
+
   std::unique_ptr<Listeners> listeners_;
   std::vector<std::unique_ptr<QuantityDimension>> quantities_;
   std::vector<std::string> names_;
   int builtinCount_ = 0;
+  // Every look-up by name or by dimensions is one probe: conversions register a quantity
+  // for each new dimension they meet, and there may be thousands.
+  // The names are the registered quantities' own, which neither move nor change.
+  std::unordered_map<std::string_view, int> indexByName_;
+  std::unordered_map<Exponents, int, ExponentsHash> indexByExponents_;
 };
 
 }  // namespace TwUnits

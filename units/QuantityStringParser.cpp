@@ -8,6 +8,7 @@
 #include <set>
 #include <tuple>
 
+#include "host/ArgumentError.hpp"
 #include "host/CParseTree.hpp"
 #include "host/Exception.hpp"
 #include "host/Numeric.hpp"
@@ -22,9 +23,11 @@ namespace TwUnits {
 
 namespace {
 
-// A power may not blow a composition up beyond this many unit powers: "meter^2000000000"
-// would otherwise exhaust memory.
-constexpr long long kMaxCompositionUnits = 100;
+// A composition holds a unit as many times as its power says, so "meter^2000000000"
+// would exhaust memory: no composition, nor any part of one, holds more units than this.
+// It bounds memory and time only; the limit on the names a composition writes is the
+// host method's that lists them.
+constexpr long long kMaxCompositionUnits = 10000;
 
 double readNumber(const std::string& token) {
   return ut_strtod(utGetFpcContext(), token.c_str(), nullptr, 0);
@@ -66,10 +69,20 @@ std::vector<std::string> postfixTokens(const std::string& composition,
   return tokens;
 }
 
-void requirePowerWithinLimit(std::size_t units, std::int32_t exponent) {
-  if (static_cast<long long>(units) * std::llabs(exponent) > kMaxCompositionUnits) {
-    raiseError(errors::CompositionLimit);
+void requireWithinLimit(long long units) {
+  if (units > kMaxCompositionUnits) {
+    raiseArgumentError("composition", "must not hold more than " +
+                                          std::to_string(kMaxCompositionUnits) + " units");
   }
+}
+
+void requirePowerWithinLimit(std::size_t units, std::int32_t exponent) {
+  requireWithinLimit(static_cast<long long>(units) * std::llabs(exponent));
+}
+
+template <typename Term>
+long long unitCount(const Term& term) {
+  return static_cast<long long>(term.getNumerator().size() + term.getDenominator().size());
 }
 
 template <typename T>
@@ -164,6 +177,7 @@ UnitComposition* QuantityStringParser::createUnitCompFromString(
     }
   }
   if (stack.compositions.size() != 1) raiseError(errors::BadUnitCompositionParse);
+  if (stack.literals.back()) raiseError(errors::UnitCompositionNumeric);  // such as "2^3"
   return stack.compositions.back().release();
 }
 
@@ -227,6 +241,7 @@ void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
   UnitOperand right = popUnitOperand(stack);
   UnitOperand left = popUnitOperand(stack);
   if (right.literal || left.literal) raiseError(errors::InvalidCompositionMathMult);
+  requireWithinLimit(unitCount(*left.composition) + unitCount(*right.composition));
   *left.composition *= std::move(*right.composition);
   pushComposition(stack, std::move(left.composition));
 }
@@ -237,6 +252,7 @@ void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
   if (right.literal || (left.literal && *left.literal != 1)) {
     raiseError(errors::InvalidCompositionMathDiv);
   }
+  requireWithinLimit(unitCount(*left.composition) + unitCount(*right.composition));
   *left.composition /= std::move(*right.composition);
   pushComposition(stack, std::move(left.composition));
 }
@@ -246,9 +262,14 @@ void QuantityStringParser::handlePowOnUnitComp(UnitStack& stack) const {
   if (!stack.literals.back()) raiseError(errors::CompositionExponentMustBeInteger);
   UnitOperand exponent = popUnitOperand(stack);
   UnitOperand base = popUnitOperand(stack);
-  requirePowerWithinLimit(
-      base.composition->getNumerator().size() + base.composition->getDenominator().size(),
-      *exponent.literal);
+  if (base.literal) {
+    // A power of a number is a number (1 for a power of 1), which no composition holds.
+    const bool one = *base.literal == 1 || *exponent.literal == 0;
+    pushComposition(stack, std::move(base.composition), one ? 1 : *base.literal);
+    return;
+  }
+  requirePowerWithinLimit(static_cast<std::size_t>(unitCount(*base.composition)),
+                          *exponent.literal);
   *base.composition ^= *exponent.literal;
   pushComposition(stack, std::move(base.composition));
 }
@@ -431,6 +452,10 @@ MakeupTerm popTerm(TermStack& stack) {
   return term;
 }
 
+long long termSize(const MakeupTerm& term) {
+  return static_cast<long long>(term.numerator.size() + term.denominator.size());
+}
+
 void multiplyInto(MakeupTerm& result, const MakeupTerm& factor) {
   result.numerator.insert(factor.numerator.begin(), factor.numerator.end());
   result.denominator.insert(factor.denominator.begin(), factor.denominator.end());
@@ -458,6 +483,7 @@ class ExpressionHelper<QuantityStringParserApi::MULTIPLY> : public ExpressionHel
   bool handleToken(TermStack& stack, Cursor&) const override {
     MakeupTerm right = popTerm(stack);
     MakeupTerm left = popTerm(stack);
+    requireWithinLimit(termSize(left) + termSize(right));
     multiplyInto(right, left);
     stack.push_back(std::move(right));
     return true;
@@ -470,6 +496,7 @@ class ExpressionHelper<QuantityStringParserApi::DIVIDE> : public ExpressionHelpe
   bool handleToken(TermStack& stack, Cursor&) const override {
     MakeupTerm right = popTerm(stack);
     MakeupTerm left = popTerm(stack);
+    requireWithinLimit(termSize(left) + termSize(right));
     divideInto(left, right);
     stack.push_back(std::move(left));
     return true;

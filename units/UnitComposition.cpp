@@ -55,29 +55,10 @@ UnitComposition::UnitComposition(int quantityIndex, const UnitSystemApi* system)
   const QuantityDimension* quantity =
       PhysicalQuantityManager::Instance()->getQuantityDimension(quantityIndex);
   if (quantity == nullptr) throw std::out_of_range("quantity index out of range");
-  const std::string* systemUnits[kBaseDimensionCount] = {
-      &system->getAmountType(),
-      &system->getMassType(),
-      &system->getLengthType(),
-      &system->getTimeType(),
-      &system->getTempType(),
-      &system->getCurrentType(),
-      &system->getLuminousIntensityType(),
-  };
   UnitManager* units = UnitManager::Instance();
   for (unsigned b = 0; b < kBaseDimensionCount; ++b) {
-    const std::string& name = *systemUnits[b];
-    int prefix = -1;
-    int unit;
-    if (units->isPrefixStringOnUnit(name)) {
-      prefix = getPrefixIdx(name);
-      unit = units->getUnitIndex(static_cast<int>(b),
-                                 UnitPrefixManager::Instance()->stripPrefixFromSingleUnit(name));
-    } else {
-      unit = units->getUnitIndex(static_cast<int>(b), name);
-    }
-    // A name that the quantity does not know stands for the quantity's first unit.
-    UnitBase base(b, static_cast<std::uint32_t>(std::max(unit, 0)), prefix);
+    if (quantity->at(b) == 0) continue;
+    UnitBase base = units->getSystemUnit(getBaseUnitOf(*system, b), static_cast<int>(b));
     updateThisWithUnitBase(quantity->at(b), base);
   }
 }
@@ -154,11 +135,16 @@ UnitComposition& UnitComposition::operator^=(int n) {
 double UnitComposition::getMultiplierForUnitCancelation(const UnitBase& a,
                                                         const UnitBase& b) const {
   if (a.sameAs(b)) return 1.0;
-  UnitComposition fromA(a), toB(b);
-  std::unique_ptr<UnitConverter> converter(
-      UnitConverterManager::Instance()->getQuantityUnitConverter(static_cast<int>(a.getPQIdx()),
-                                                                 &fromA, &toB));
-  return converter->getMultiplier();
+  // A unit over a unit of its own quantity is a difference: no offset applies.
+  double multiplier =
+      UnitConverterManager::Instance()
+          ->tableEntry(static_cast<int>(a.getPQIdx()), static_cast<int>(a.getUnitIdx()),
+                       static_cast<int>(b.getUnitIdx()))
+          .getMultiplier();
+  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
+  if (a.getPrefixIdx() != -1) multiplier *= prefixes->getPrefixMultiplier(a.getPrefixIdx());
+  if (b.getPrefixIdx() != -1) multiplier /= prefixes->getPrefixMultiplier(b.getPrefixIdx());
+  return multiplier;
 }
 
 bool UnitComposition::hasRepeats() const {

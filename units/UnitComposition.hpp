@@ -39,8 +39,8 @@ class UnitComposition : public UnitCompositionApi {
   explicit UnitComposition(const UnitBase& unit);
   UnitComposition(const UnitComposition& other) = default;
   UnitComposition& operator=(const UnitComposition& other) = default;
-  // The quantity's dimensions written in the unit system's units, multiplier 1.0.
-  // A system unit that its quantity does not know stands for that quantity's first unit.
+  // The quantity's dimensions written in the unit system's units, multiplier 1.0. Raises
+  // as UnitManager::getSystemUnit does for a unit that the system names wrongly.
   UnitComposition(int quantityIndex, const UnitSystemApi* system);
   ~UnitComposition() override;
 

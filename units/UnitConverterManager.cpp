@@ -1,5 +1,6 @@
 #include "units/UnitConverterManager.hpp"
 
+#include <algorithm>
 #include <array>
 #include <boost/multiprecision/cpp_int.hpp>
 #include <cctype>
@@ -260,11 +261,15 @@ bool UnitConverterManager::checkForConnectivity(const ConverterList* list, int u
 
 namespace {
 
-// The converter between two compositions of the same dimensions whose repeats are cancelled.
-UnitConverter betweenCancelled(const UnitComposition& from, const UnitComposition& to) {
+// The converter between two compositions of the same dimensions whose repeats are
+// cancelled; `offsets` tells whether their temperatures stood alone as written.
+UnitConverter betweenCancelled(const UnitComposition& from, const UnitComposition& to,
+                               bool offsets) {
   double multiplier = from.getMultiplier() / to.getMultiplier();
   double offset = 0.0;
-  int count = static_cast<int>(from.getNumerator().size() + from.getDenominator().size());
+  // Without offsets, no pair needs to know how many units surround it.
+  int count = offsets ? static_cast<int>(from.getNumerator().size() + from.getDenominator().size())
+                      : UCMNamespace::kOffsetsDoNotApply;
   UCMNamespace::iterateBaseForMultOffset(from.getNumerator(), to.getNumerator(), multiplier, offset,
                                          count, true);
   UCMNamespace::iterateBaseForMultOffset(from.getDenominator(), to.getDenominator(), multiplier,
@@ -305,18 +310,24 @@ RememberedPairs& rememberedPairs() {
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(int, UnitComposition* from,
                                                               UnitComposition* to) const {
+  // Decided as written, before anything cancels.
+  const bool offsets =
+      UCMNamespace::isLoneTemperature(*from) && UCMNamespace::isLoneTemperature(*to);
   from->cancelRepeats();
   to->cancelRepeats();
-  return new UnitConverter(betweenCancelled(*from, *to));
+  return new UnitConverter(betweenCancelled(*from, *to, offsets));
 }
 
 UnitConverter UnitConverterManager::getConverter(const UnitComposition& from,
                                                  const UnitComposition& to) const {
-  if (!from.hasRepeats() && !to.hasRepeats()) return betweenCancelled(from, to);
+  from.requireCurrentPrefixes();
+  to.requireCurrentPrefixes();
+  const bool offsets = UCMNamespace::isLoneTemperature(from) && UCMNamespace::isLoneTemperature(to);
+  if (!from.hasRepeats() && !to.hasRepeats()) return betweenCancelled(from, to, offsets);
   UnitComposition fromCancelled(from), toCancelled(to);
   fromCancelled.cancelRepeats();
   toCancelled.cancelRepeats();
-  return betweenCancelled(fromCancelled, toCancelled);
+  return betweenCancelled(fromCancelled, toCancelled, offsets);
 }
 
 namespace UCMNamespace {
@@ -329,7 +340,7 @@ void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, 
     const UnitConverter pair =
         converters->tableEntry(static_cast<int>(b->getPQIdx()), static_cast<int>(a->getUnitIdx()),
                                static_cast<int>(b->getUnitIdx()));
-    bool hasOffset = !utEqualWithinEps(pair.getOffset(), 0.0);
+    bool hasOffset = count != kOffsetsDoNotApply && !utEqualWithinEps(pair.getOffset(), 0.0);
     if (hasOffset) {
       if (count > 1) raiseError(errors::ConversionMixedOffset);
       if (a->getPrefixIdx() != -1 || b->getPrefixIdx() != -1) {
@@ -347,8 +358,18 @@ void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, 
     } else {
       div(multiplier, pair.getMultiplier());
     }
-    offset += pair.getOffset();
+    if (hasOffset) offset += pair.getOffset();
   }
+}
+
+bool isLoneTemperature(const UnitComposition& composition) {
+  auto temperatures = [](const UnitMultiset& units) {
+    return std::count_if(units.begin(), units.end(), [](const UnitBase& unit) {
+      return static_cast<int>(unit.getPQIdx()) == UnitConverterManager::kTemperatureIndex;
+    });
+  };
+  return temperatures(composition.getNumerator()) == 1 &&
+         temperatures(composition.getDenominator()) == 0;
 }
 
 }  // namespace UCMNamespace
@@ -388,8 +409,10 @@ UnitConverter UnitConverterManager::resolve(const std::string& from, const std::
   } else if (fromQuantity != toQuantity) {
     raiseError(errors::ConversionDifferentQuants);
   }
-  if (fromQuantity == kTemperatureIndex)
+  if (fromQuantity == kTemperatureIndex && UCMNamespace::isLoneTemperature(*fromComposition) &&
+      UCMNamespace::isLoneTemperature(*toComposition)) {
     return temperatureConverter(from, to, *fromComposition, *toComposition);
+  }
   return getConverter(*fromComposition, *toComposition);
 }
 

@@ -155,9 +155,17 @@ inline void div(double& value, double divisor) { value /= divisor; }
 
 // Pairs the units of two unit sets position by position (same base quantity by
 // construction) and folds each pair's table converter and prefixes into multiplier
-// and offset; `numerator` tells which side of the compositions they are.
+// and offset; `numerator` tells which side of the compositions they are. `count` is the
+// number of units of the composition converted from, or kOffsetsDoNotApply: then every
+// pair converts by its factor alone.
+inline constexpr int kOffsetsDoNotApply = -1;
 void iterateBaseForMultOffset(const UnitMultiset& from, const UnitMultiset& to, double& multiplier,
                               double& offset, int count, bool numerator);
+
+// Whether the composition, as written, holds one temperature unit, in its numerator. Any
+// other temperature (a power, a denominator) is a temperature difference: it converts by
+// its factor only, without the offset.
+bool isLoneTemperature(const UnitComposition& composition);
 
 }  // namespace UCMNamespace
 

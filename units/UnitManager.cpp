@@ -6,6 +6,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "host/ArgumentError.hpp"
 #include "host/ErrorIdException.hpp"
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
@@ -393,6 +394,54 @@ UnitManager::UnitAddress UnitManager::getUnitIfUsedInComposition(int quantity, i
   return kNoUnit;
 }
 
+std::optional<UnitBase> UnitManager::findSystemUnit(const std::string& name) const {
+  std::string unit = name;
+  int prefix = -1;
+  if (!isUnitRegistered(name)) {
+    std::string prefixName;
+    if (!std::isnan(prefixes_->stripPrefixAndGetMultiplier(unit, prefixName)))
+      prefix = prefixes_->getPrefixIndex(prefixName);
+  }
+  UnitAddress address = getUnitIndexAndPhysQuantIndex(unit);
+  if (address == kNoUnit) return std::nullopt;
+  return UnitBase(static_cast<std::uint32_t>(address.first),
+                  static_cast<std::uint32_t>(address.second), prefix);
+}
+
+UnitBase UnitManager::getSystemUnit(const std::string& name, int baseQuantity) const {
+  static const char* const kBaseNames[] = {
+      "amount", "mass", "length", "time", "temperature", "current", "luminous intensity"};
+  std::optional<UnitBase> unit = findSystemUnit(name);
+  if (!unit) raiseError(errors::NotFound, name);
+  if (static_cast<int>(unit->getPQIdx()) != baseQuantity) {
+    const std::string base = kBaseNames[baseQuantity];
+    raiseArgumentError(base + " unit", "must be a unit of " + base + ", not '" + name + "'");
+  }
+  return *unit;
+}
+
+template <typename Uses>
+const UnitSystem* UnitManager::findSystemUsing(Uses uses) const {
+  for (const auto& system : unitSystems_->getUnitSystems()) {
+    for (unsigned b = 0; b <= kLastBaseQuantity; ++b) {
+      std::optional<UnitBase> unit = findSystemUnit(getBaseUnitOf(*system, b));
+      if (unit && uses(*unit)) return system.get();
+    }
+  }
+  return nullptr;
+}
+
+const UnitSystem* UnitManager::getSystemIfUnitUsed(int quantity, int index) const {
+  return findSystemUsing([&](const UnitBase& unit) {
+    return static_cast<int>(unit.getPQIdx()) == quantity &&
+           static_cast<int>(unit.getUnitIdx()) == index;
+  });
+}
+
+const UnitSystem* UnitManager::getSystemIfPrefixUsed(int prefixIndex) const {
+  return findSystemUsing([&](const UnitBase& unit) { return unit.getPrefixIdx() == prefixIndex; });
+}
+
 UnitManager::UnitAddress UnitManager::getUnitIfPrefixUsedInComposition(int prefixIndex) const {
   for (int q = 0; q < getNumQuantityLists(); ++q) {
     for (int u = 0; u < static_cast<int>(at(compositions_, q).size()); ++u) {
@@ -486,6 +535,8 @@ int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definiti
   }
   if (utEqualWithinEps(definition->getMultiplier(), 0.0))
     raiseError(errors::ConversionFunctionZero);
+  requireFinite(definition->getMultiplier(), "multiplier");
+  requireFinite(definition->getOffset(), "offset");
   return checkForAlreadyRegisteredUnit(composition.get(), definition, quantity);
 }
 
@@ -645,6 +696,8 @@ UnitManager::UnitAddress UnitManager::requireRemovable(const std::string& name) 
   if (isUnitBuiltin(address.first, address.second)) raiseError(errors::CannotUnregisterBuiltin);
   UnitAddress user = getUnitIfUsedInComposition(address.first, address.second);
   if (user != kNoUnit) raiseError(errors::BeingUsed, unitName(user.first, user.second));
+  if (const UnitSystem* system = getSystemIfUnitUsed(address.first, address.second))
+    raiseError(errors::BeingUsed, system->getUnitSystemName());
   return address;
 }
 

@@ -31,12 +31,14 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "units/CompositionCache.hpp"
+#include "units/UnitBase.hpp"
 #include "units/UnitManagerData.hpp"
 #include "units/UnitRepresentation.hpp"
 
@@ -57,6 +59,7 @@ class UnitConverterManagerApi;
 class UnitPrefixApi;
 class UnitPrefixManager;
 class UnitPrefixManagerApi;
+class UnitSystem;
 class UnitSystemApi;
 class UnitSystemManager;
 class UnitSystemManagerApi;
@@ -126,6 +129,14 @@ class UnitManager {
   // The prefix's name (if any) followed by the unit's name: "kilo" and "gram" give
   // "kilogram". Raises std::out_of_range for indexes outside the registry.
   void createUnitStringFromUnitBase(const UnitBase& unit, std::string& name) const;
+  // The unit that a unit system names for a base quantity: a registered unit of that
+  // quantity, maybe after a prefix. Raises "Unit:NotFound" with the name when it is no
+  // unit, and "CALVEX:badArgument" when it is a unit of another quantity.
+  UnitBase getSystemUnit(const std::string& name, int baseQuantity) const;
+  // The first registered unit system that names the unit (with or without a prefix), or a
+  // unit with the prefix; null if none.
+  const UnitSystem* getSystemIfUnitUsed(int quantity, int index) const;
+  const UnitSystem* getSystemIfPrefixUsed(int prefixIndex) const;
   // The first unit, quantities and units in index order, whose stored composition or
   // composition string uses the unit; (-1, -1) if none.
   UnitAddress getUnitIfUsedInComposition(int quantity, int index) const;
@@ -219,6 +230,11 @@ class UnitManager {
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
   void markCompositionsStale();
   std::string unitName(int quantity, int index) const;
+  // The unit and prefix that a system's unit name stands for, if it names a unit at all.
+  std::optional<UnitBase> findSystemUnit(const std::string& name) const;
+  // The first registered system that names a unit for which `uses` is true.
+  template <typename Uses>
+  const UnitSystem* findSystemUsing(Uses uses) const;
   bool isUserUnit(const std::string& name) const;
   // The user units whose names the text writes, prefixes stripped.
   std::vector<std::string> userUnitsNamedBy(const std::string& text) const;

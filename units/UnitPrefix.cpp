@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "host/ArgumentError.hpp"
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
 #include "units/messages/UnitErrors.hpp"
@@ -69,6 +70,7 @@ void UnitPrefix::setExponent(int exponent) {
 }
 
 void UnitPrefix::setExponent(double exponent) {
+  requireFinite(exponent, "exponent");
   double rounded = utRound(exponent);
   if (!utEqualWithinEps(exponent, rounded)) raiseError(errors::UnitPrefixMustBeMultTen);
   if (exponent > kMaxExponent) raiseError(errors::PrefixExponentTooLarge, kMaxExponent);
@@ -77,6 +79,7 @@ void UnitPrefix::setExponent(double exponent) {
 }
 
 void UnitPrefix::setMult(double multiplier) {
+  requireFinite(multiplier, "multiplier");
   if (utEqualWithinEps(multiplier, 0.0)) raiseError(errors::PrefixZeroMultNotAllowed);
   multiplier_ = multiplier;
 }

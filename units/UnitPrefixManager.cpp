@@ -4,6 +4,7 @@
 #include <limits>
 #include <stdexcept>
 
+#include "host/ArgumentError.hpp"
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
 #include "host/StringVector.hpp"
@@ -13,6 +14,7 @@
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
+#include "units/UnitSystem.hpp"
 #include "units/messages/UnitErrors.hpp"
 #include "units/udd/UDDObjectManager.hpp"
 
@@ -100,15 +102,30 @@ bool UnitPrefixManager::verifyUnitPrefix(const UnitPrefix* prefix) const {
     if (registered->second->getExponent() == prefix->getExponent()) return true;
     raiseError(errors::PrefixDuplicateName, name);
   }
+  // A text that reads as another prefix and a unit keeps its meaning: the new prefix may
+  // not come first, in name order, where what it leaves is a unit too.
+  bool overlaps = false;
+  for (const auto& [other, unused] : byName_)
+    overlaps = overlaps || beginsWith(other, name) || beginsWith(name, other);
   UnitManager* units = UnitManager::Instance();
+  std::string changed;
   int quantityCount = PhysicalQuantityManager::Instance()->getNumQuantities();
   for (int q = 0; q < quantityCount; ++q) {
     std::unique_ptr<StringVector> unitNames(units->getQuantityUnitStrings(q));
     for (int u = 0; u < unitNames->size(); ++u) {
       std::string unitName = unitNames->elementAt(u);
       if (beginsWith(unitName, name)) raiseError(errors::PrefixUnitNameCollision, name, unitName);
+      if (!overlaps || !changed.empty()) continue;
+      const std::string text = name + unitName;
+      const UnitPrefix* current = findLeadingPrefix(text);
+      if (current != nullptr && name < current->getName() &&
+          units->isUnitRegistered(text.substr(current->getName().size()))) {
+        changed = text;
+      }
     }
   }
+  if (!changed.empty())
+    raiseArgumentError("prefix '" + name + "'", "must not change what '" + changed + "' means");
   return false;
 }
 
@@ -154,6 +171,8 @@ void UnitPrefixManager::unregisterPrefix(const std::string& name) {
         errors::PrefixBeingUsed,
         units->getQuantityUnitStrings2(user.first).at(static_cast<std::size_t>(user.second)));
   }
+  if (const UnitSystem* system = units->getSystemIfPrefixUsed(index))
+    raiseError(errors::PrefixBeingUsed, system->getUnitSystemName());
   Announcement announcement;
   announcement.offer(listeners_->unregistered, prefix);
   announcement.commit();
@@ -208,17 +227,22 @@ StringVector* UnitPrefixManager::getPrefixUnitStrings() const {
   return list.release();
 }
 
-// The walk is in byte-wise name order, not by length: a user prefix that is the
-// beginning of another prefix's name sorts first and wins. It stops at the first
-// match, since names carry at most one prefix.
+// The walk is in byte-wise name order. A prefix that begins another's name ("ki" and
+// "kilo") sorts first, but takes the text only when what it leaves is a unit: a new prefix
+// never changes what a text of a registered prefix and unit means.
 const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) const {
   if (text.empty()) return nullptr;
+  const UnitPrefix* longest = nullptr;
+  const UnitManager* units = nullptr;
   for (const auto& [name, prefix] : byName_) {
     // Names are in byte order: past the text's first byte, no name can begin it.
     if (static_cast<unsigned char>(name[0]) > static_cast<unsigned char>(text[0])) break;
-    if (beginsWith(text, name)) return prefix;
+    if (!beginsWith(text, name)) continue;
+    if (units == nullptr) units = UnitManager::Instance();
+    if (units->isUnitRegistered(text.substr(name.size()))) return prefix;
+    if (longest == nullptr || name.size() > longest->getName().size()) longest = prefix;
   }
-  return nullptr;
+  return longest;
 }
 
 std::string UnitPrefixManager::stripPrefixFromSingleUnit(const std::string& unitName) const {

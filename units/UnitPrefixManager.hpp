@@ -100,7 +100,9 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
   };
 
   void attachChangeGuard(UnitPrefix* prefix);
-  // The first prefix, in name order, whose name begins the text; or null.
+  // The first prefix, in name order, whose name begins the text and leaves a registered
+  // unit; when none does, the longest that begins it (so that an error names the shortest
+  // rest); or null.
   const UnitPrefix* findLeadingPrefix(const std::string& text) const;
 
   std::vector<std::unique_ptr<UnitPrefix>> prefixes_;

@@ -37,4 +37,25 @@ class UnitSystemApi {
   virtual void setLuminousIntensityType(const std::string& unit) = 0;
 };
 
+// The system's unit for a base dimension, by base index: amount, mass, length, time,
+// temperature, current, luminous intensity.
+inline const std::string& getBaseUnitOf(const UnitSystemApi& system, unsigned base) {
+  switch (base) {
+    case 0:
+      return system.getAmountType();
+    case 1:
+      return system.getMassType();
+    case 2:
+      return system.getLengthType();
+    case 3:
+      return system.getTimeType();
+    case 4:
+      return system.getTempType();
+    case 5:
+      return system.getCurrentType();
+    default:
+      return system.getLuminousIntensityType();
+  }
+}
+
 }  // namespace TwUnits

@@ -2,6 +2,8 @@
 
 #include "host/StringUtils.hpp"
 #include "units/Announcement.hpp"
+#include "units/QuantityDimension.hpp"
+#include "units/UnitManager.hpp"
 #include "units/messages/UnitErrors.hpp"
 
 namespace TwUnits {
@@ -29,8 +31,9 @@ void UnitSystemManager::registerBuiltinUnitSystems() {
   mks->setTempType("kelvin");
   mks->setCurrentType("ampere");
   mks->setLuminousIntensityType("candela");
-  registerUnitSystem(mks.get());
-  mks.release();  // the registry owns it now
+  // Built-in units, which may not exist yet: the unit registry sets up the system registry
+  // first.
+  systems_->push_back(std::move(mks));
 }
 
 UnitSystemApi* UnitSystemManager::createUnitSystemApi() const {
@@ -57,6 +60,9 @@ void UnitSystemManager::registerUnitSystem(UnitSystem* system) {
   for (const auto& registered : *systems_) {
     if (registered->getUnitSystemName() == name) raiseError(errors::SystemDuplicateName, name);
   }
+  UnitManager* units = UnitManager::Instance();
+  for (unsigned b = 0; b < kBaseDimensionCount; ++b)
+    units->getSystemUnit(getBaseUnitOf(*system, b), static_cast<int>(b));
   systems_->emplace_back(system);
 }
 

@@ -29,9 +29,10 @@ class UnitSystemManager : public UnitSystemManagerApi {
 
   // The first system of that exact name; raises "Unit:SystemNotFound".
   const UnitSystem* getNamedUnitSystem(const std::string& name) const;
-  // Raises "Unit:SystemNameInvalid" or "Unit:SystemDuplicateName"; on success the
-  // registry owns the system, otherwise the caller keeps it. The unit names are not
-  // checked.
+  // Raises "Unit:SystemNameInvalid" or "Unit:SystemDuplicateName", then, for the first unit
+  // name in base order that names no unit of its base quantity, what
+  // UnitManager::getSystemUnit raises; on success the registry owns the system, otherwise
+  // the caller keeps it. A unit or prefix that a registered system names cannot be removed.
   void registerUnitSystem(UnitSystem* system);
   // Raises "Unit:SystemNotRegistered". "MKS" can be removed like any other.
   void unregisterUnitSystem(const std::string& name);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/Format.hpp"
+#include "host/UDClass.hpp"
 #include "host/UDInterface.hpp"
 #include "host/interpreter/InterpreterError.hpp"
 
@@ -233,10 +234,20 @@ HostArrayPtr ArrayOperations::concatenate(std::vector<HostArrayPtr> values) {
       return result;
     }
     case ClassId::Handle: {
+      // An array of objects is of one class: its display and methods are that class's.
       std::vector<UDInterface*> objects;
+      const UDClass* objectClass = nullptr;
       for (const HostArrayPtr& part : parts) {
-        for (std::size_t i = 0; i < part->getNumberOfElements(); ++i)
-          objects.push_back(part->getHandle(i));
+        for (std::size_t i = 0; i < part->getNumberOfElements(); ++i) {
+          UDInterface* object = part->getHandle(i);
+          if (object != nullptr && objectClass == nullptr) objectClass = object->getClass();
+          if (object != nullptr && object->getClass() != objectClass) {
+            raiseInterpreterError(kConcatenation,
+                                  utFormat("Objects of classes '%s' and '%s' cannot be joined.",
+                                           objectClass->getName(), object->getClass()->getName()));
+          }
+          objects.push_back(object);
+        }
       }
       return HostArrayPtr(HostArray::createHandleArray(objects));
     }

@@ -101,8 +101,14 @@ bool compareHostObjects(UDInterface* first, UDInterface* second) {
 }
 
 std::string column(const std::string& value, std::size_t width, std::size_t keep) {
-  if (value.size() >= width) return value.substr(0, keep) + "... ";
-  return value + std::string(width - value.size(), ' ');
+  // Characters, not bytes: a UTF-8 character is never cut in two.
+  std::size_t characters = 0, cut = value.size();
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    if ((static_cast<unsigned char>(value[i]) & 0xC0) == 0x80) continue;  // continuation byte
+    if (characters++ == keep) cut = i;
+  }
+  if (characters >= width) return value.substr(0, cut) + "... ";
+  return value + std::string(width - characters, ' ');
 }
 
 std::string indexColumn(int index) {

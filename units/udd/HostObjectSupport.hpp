@@ -75,7 +75,8 @@ namespace udd __attribute__((visibility("hidden"))) {
   bool compareHostObjects(UDInterface * first, UDInterface * second);
 
   // The display's column layout: the text padded with blanks to `width`, or, when it
-  // is `width` long or longer, its first `keep` characters and "... ".
+  // is `width` long or longer, its first `keep` characters and "... ". Widths count UTF-8
+  // characters.
   std::string column(const std::string& value, std::size_t width, std::size_t keep);
   // The index column, 8 wide; an index of 8 or more digits shows as "xxx".
   std::string indexColumn(int index);

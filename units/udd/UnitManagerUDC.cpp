@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "host/ArgumentError.hpp"
 #include "host/BooleanDataType.hpp"
 #include "host/Exception.hpp"
 #include "host/HostArrayDataType.hpp"
@@ -84,6 +85,7 @@ UDInterface* newQuantityObject(const char* name, const QuantityDimensionApi* exp
 
 // The exponent a prefix method was given, checked as registering a prefix checks it.
 int checkedPrefixExponent(double exponent, const UnitErrorOf<>& notAnInteger) {
+  requireFinite(exponent, "exponent");
   if (!utEqualWithinEps(exponent, utRound(exponent))) raiseError(notAnInteger);
   if (utEqualWithinEps(exponent, 0.0)) raiseError(errors::PrefixZeroMultNotAllowed);
   return roundedToInt(exponent);
@@ -357,14 +359,26 @@ class UnitManager_createPhysicalQuantity_MI : public UDMethodInfo {
   }
 
  private:
+  // Numbers, or logicals read as 0 and 1; each exponent a finite value that a 32-bit
+  // integer holds once its fraction is dropped.
   static std::unique_ptr<QuantityDimension> fromExponents(const std::string& name,
                                                           const HostArray& values) {
-    if (values.getN() != kBaseDimensionCount || values.getM() != 1 || values.getPr() == nullptr) {
-      raiseError(errors::BadQuantArgs);
+    using ClassId = HostArray::ClassId;
+    const ClassId kind = values.getClassId();
+    if (kind != ClassId::Double && kind != ClassId::Logical && kind != ClassId::Int32) {
+      raiseArgumentError("exponents",
+                         std::string("must be numbers, not of class ") + values.getClassName());
     }
+    if (values.getN() != kBaseDimensionCount || values.getM() != 1)
+      raiseError(errors::BadQuantArgs);
     int exponents[kBaseDimensionCount];
     for (unsigned b = 0; b < kBaseDimensionCount; ++b) {
-      double value = values.getPr()[b];
+      double value = kind == ClassId::Double    ? values.getPr()[b]
+                     : kind == ClassId::Logical ? (values.getLogicals()[b] ? 1.0 : 0.0)
+                                                : values.getInt32s()[b];
+      requireFinite(value, "exponent");
+      if (!(value > INT_MIN - 1.0 && value < INT_MAX + 1.0))
+        raiseArgumentError("exponent", "must lie between -2147483648 and 2147483647");
       if (!utEqualWithinEps(value, utRound(value))) issueWarning(errors::FractionalExponentsFixed);
       exponents[b] = truncatedToInt(value);
     }
