@@ -11,6 +11,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cctype>
+#include <exception>
 #include <map>
 #include <string>
 #include <vector>
@@ -129,7 +130,42 @@ TW_CHILD_TASK(repeat_first_sight) {
   report["resolved"] = static_cast<double>(resolved);
 }
 
+// `cached_text_bytes short|long <n>` makes n fresh spellings of the text, then verifies
+// them all: the resident set's growth per text is what the cache keeps for one.
+TW_CHILD_TASK(cached_text_bytes) {
+  const char* text = arguments.at(0) == "long" ? kLongText : kShortText;
+  const std::size_t count = std::stoul(arguments.at(1));
+  TwUnits::UnitManager* units = TwUnits::UnitManager::Instance();
+  FreshSpellings spellings(text);
+  std::vector<std::string> texts;
+  spellings.nextBatch(texts, count);
+  double length = 0.0;
+  for (const std::string& spelled : texts) length += static_cast<double>(spelled.size());
+  const double before = twbench::residentKiB();
+  for (const std::string& spelled : texts) units->verifyUnitCompositionString(spelled);
+  report["bytes_per_text"] = (twbench::residentKiB() - before) * 1024.0 / count;
+  report["text_length"] = length / count;
+}
+
+// The memory of 100,000 cached texts, in a fresh process; the figures are counters.
+void BM_CachedTextMemory(benchmark::State& state, const char* text) {
+  twbench::ChildReport report;
+  for (auto _ : state) {
+    try {
+      report = twbench::runInChild("cached_text_bytes", {text, "100000"});
+    } catch (const std::exception& error) {
+      state.SkipWithError(error.what());
+      break;
+    }
+  }
+  if (report.empty()) return;
+  state.counters["bytes_per_text"] = twbench::figure(report, "bytes_per_text");
+  state.counters["text_length"] = twbench::figure(report, "text_length");
+}
+
 // The argument names are the summary's row keys (bench/support/SideBySide.cpp).
+BENCHMARK_CAPTURE(BM_CachedTextMemory, short, "short")->Iterations(1);
+BENCHMARK_CAPTURE(BM_CachedTextMemory, long, "long")->Iterations(1);
 BENCHMARK_CAPTURE(BM_FirstSight, short, kShortText)->Iterations(kFirstSightIterations);
 BENCHMARK_CAPTURE(BM_FirstSight, long, kLongText)->Iterations(kFirstSightIterations);
 BENCHMARK_CAPTURE(BM_Udunits_Parse, short, kShortText);

@@ -28,7 +28,7 @@ int precedence(char pending) {
   }
 }
 
-std::size_t identifierLength(const std::string& text, std::size_t pos) {
+std::size_t identifierLength(std::string_view text, std::size_t pos) {
   std::size_t end = pos;
   if (end < text.size() && isLetter(text[end])) {
     while (end < text.size() && (isLetter(text[end]) || isDigit(text[end]))) ++end;
@@ -38,7 +38,7 @@ std::size_t identifierLength(const std::string& text, std::size_t pos) {
 
 // An exponent marker without digits after it ends the literal before the 'e', so "2e" reads
 // as the number 2 followed by the name e, which the caller then rejects.
-std::size_t numberLength(const std::string& text, std::size_t pos) {
+std::size_t numberLength(std::string_view text, std::size_t pos) {
   std::size_t end = pos;
   std::size_t digits = 0;
   for (; end < text.size() && isDigit(text[end]); ++end) ++digits;
@@ -58,7 +58,7 @@ std::size_t numberLength(const std::string& text, std::size_t pos) {
 }
 
 // The length of the operand token at pos, or 0 when none starts there.
-std::size_t operandLength(const std::string& text, std::size_t pos) {
+std::size_t operandLength(std::string_view text, std::size_t pos) {
   if (std::size_t length = identifierLength(text, pos)) return length;
   if (std::size_t length = numberLength(text, pos)) return length;
   if (text[pos] == '-') {
@@ -73,11 +73,11 @@ std::size_t operandLength(const std::string& text, std::size_t pos) {
 
 // Names the token at pos in the error: a whole operand, an operator or parenthesis, or the
 // single character; bytes that would not print are shown in hex.
-[[noreturn]] void raiseUnexpectedToken(const std::string& text, std::size_t pos) {
+[[noreturn]] void raiseUnexpectedToken(std::string_view text, std::size_t pos) {
   const char c = text[pos];
   const auto byte = static_cast<unsigned char>(c);
   if (std::size_t length = operandLength(text, pos)) {
-    raiseUnexpected("'" + text.substr(pos, length) + "'", pos);
+    raiseUnexpected("'" + std::string(text.substr(pos, length)) + "'", pos);
   } else if (isBinaryOperator(c) || c == '(' || c == ')') {
     raiseUnexpected(std::string("'") + c + "'", pos);
   } else if (byte > 0x20 && byte < 0x7F) {
@@ -86,6 +86,13 @@ std::size_t operandLength(const std::string& text, std::size_t pos) {
   char hex[8];
   std::snprintf(hex, sizeof hex, "0x%02X", static_cast<unsigned>(byte));
   raiseUnexpected(std::string("byte ") + hex, pos);
+}
+
+// The operator as a one-character token, viewing storage that outlives every parse.
+std::string_view operatorToken(char op) {
+  static constexpr char kOperators[] = "+-*/^";
+  const char* found = std::char_traits<char>::find(kOperators, 5, op);
+  return {found, 1};
 }
 
 }  // namespace
@@ -98,32 +105,30 @@ CParseTree::~CParseTree() = default;
 // operator of no higher precedence (all group from the left) or a ')' pushes them out.
 // `expectOperand` tracks whether an operand or an operator must come next, which rejects every
 // misplaced token the moment it is read.
-void CParseTree::init(bool /*flag*/) {
-  std::vector<std::string> output;
-  std::vector<char> pending;  // operators and '(' not yet output
-  output.reserve(16);         // unit compositions are short: one allocation each
-  pending.reserve(16);
+void CParseTree::parse(std::string_view text, std::vector<std::string_view>& tokens) {
+  tokens.clear();
+  std::string pending;  // operators and '(' not yet output; short texts need no allocation
   bool expectOperand = true;
   std::size_t pos = 0;
-  const std::size_t size = text_.size();
+  const std::size_t size = text.size();
   for (;;) {
-    while (pos < size && isBlank(text_[pos])) ++pos;
+    while (pos < size && isBlank(text[pos])) ++pos;
     if (pos == size) break;
-    const char c = text_[pos];
+    const char c = text[pos];
     if (expectOperand) {
-      if (std::size_t length = operandLength(text_, pos)) {
-        output.push_back(text_.substr(pos, length));
+      if (std::size_t length = operandLength(text, pos)) {
+        tokens.push_back(text.substr(pos, length));
         pos += length;
         expectOperand = false;
       } else if (c == '(') {
         pending.push_back(c);
         ++pos;
       } else {
-        raiseUnexpectedToken(text_, pos);
+        raiseUnexpectedToken(text, pos);
       }
     } else if (isBinaryOperator(c)) {
       while (!pending.empty() && precedence(pending.back()) >= precedence(c)) {
-        output.emplace_back(1, pending.back());
+        tokens.push_back(operatorToken(pending.back()));
         pending.pop_back();
       }
       pending.push_back(c);
@@ -131,22 +136,28 @@ void CParseTree::init(bool /*flag*/) {
       expectOperand = true;
     } else if (c == ')') {
       while (!pending.empty() && pending.back() != '(') {
-        output.emplace_back(1, pending.back());
+        tokens.push_back(operatorToken(pending.back()));
         pending.pop_back();
       }
-      if (pending.empty()) raiseUnexpectedToken(text_, pos);
+      if (pending.empty()) raiseUnexpectedToken(text, pos);
       pending.pop_back();
       ++pos;
     } else {
-      raiseUnexpectedToken(text_, pos);
+      raiseUnexpectedToken(text, pos);
     }
   }
   if (expectOperand) raiseUnexpected("end of text", size);
   for (; !pending.empty(); pending.pop_back()) {
     if (pending.back() == '(') raiseUnexpected("end of text", size);
-    output.emplace_back(1, pending.back());
+    tokens.push_back(operatorToken(pending.back()));
   }
-  postfix_ = std::move(output);
+}
+
+void CParseTree::init(bool /*flag*/) {
+  postfix_.clear();
+  std::vector<std::string_view> tokens;
+  parse(text_, tokens);
+  postfix_.assign(tokens.begin(), tokens.end());
 }
 
 void CParseTree::postFix(std::vector<std::string>& tokens) const {

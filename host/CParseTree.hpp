@@ -23,6 +23,7 @@
 // length of the text.
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 class CParseTree {
@@ -41,6 +42,11 @@ class CParseTree {
   // (a folded minus in front of its number), operators as one-character tokens after their
   // operands, no parentheses. Appends nothing before a parse or after a failed one.
   void postFix(std::vector<std::string>& tokens) const;
+
+  // Parses the text as init does, without copying it or its tokens: `tokens` is given the
+  // postfix tokens as views into the text, and keeps its capacity for the next parse.
+  // Raises init's Exception*, after which `tokens` holds no meaning.
+  static void parse(std::string_view text, std::vector<std::string_view>& tokens);
 
  private:
   std::string text_;

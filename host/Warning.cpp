@@ -3,6 +3,7 @@
 #include <cstdarg>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include "host/Console.hpp"
@@ -10,12 +11,28 @@
 
 struct utWarningContext {
   WarningHandler handler;
-  std::string lastIdentifier;
-  const char* lastLiteral = nullptr;  // the literal that lastIdentifier holds, if any
-  WarningText lastText;
 };
 
 namespace {
+
+// The last warning is each thread's own: threads that warn at once write no shared text.
+struct LastWarning {
+  std::string identifier;
+  const char* literal = nullptr;  // the literal that identifier holds, if any
+  WarningText text;
+};
+
+// Made on the thread's first warning, freed when it ends. The plain pointer is read
+// without the guard that a thread_local object with a constructor needs, and, eight
+// bytes in the initial thread-local block, without a call to find it.
+LastWarning& lastWarning() {
+  [[gnu::tls_model("initial-exec")]] thread_local LastWarning* last = nullptr;
+  if (last == nullptr) {
+    thread_local std::unique_ptr<LastWarning> owner = std::make_unique<LastWarning>();
+    last = owner.get();
+  }
+  return *last;
+}
 
 // Whether the texts are equal; texts of 4 to 16 bytes, as unit names mostly are, are
 // compared in two overlapping words each, without a call.
@@ -43,11 +60,11 @@ bool sameText(const std::string& a, const std::string& b) {
 
 // A deprecated unit warns on every use, so the warning fills the last-warning texts in
 // place, only where they change, and hands those to the handler instead of copies.
-void issue(utWarningContext* context) {
+void issue(utWarningContext* context, const LastWarning& last) {
   if (context->handler) {
-    context->handler(context->lastIdentifier, context->lastText);
+    context->handler(last.identifier, last.text);
   } else {
-    utPrintf("Warning: %s\n", context->lastText.str().c_str());
+    utPrintf("Warning: %s\n", last.text.str().c_str());
   }
 }
 
@@ -71,20 +88,22 @@ WarningHandler utSetWarningHandler(WarningHandler handler) {
 }
 
 void ut_warning_id(utWarningContext* context, const char* identifier, int messageId, ...) {
+  LastWarning& last = lastWarning();
   va_list args;
   va_start(args, messageId);
-  context->lastText.text_ = utVFormatMessage(messageId, args);
+  last.text.text_ = utVFormatMessage(messageId, args);
   va_end(args);
-  context->lastText.formatted_ = true;
-  context->lastText.variadic_ = true;
-  context->lastIdentifier = identifier;
-  context->lastLiteral = nullptr;
-  issue(context);
+  last.text.formatted_ = true;
+  last.text.variadic_ = true;
+  last.identifier = identifier;
+  last.literal = nullptr;
+  issue(context, last);
 }
 
 void ut_warning_id_str(utWarningContext* context, const char* identifier, int messageId,
                        const std::string& argument) {
-  WarningText& text = context->lastText;
+  LastWarning& last = lastWarning();
+  WarningText& text = last.text;
   // The same warning again keeps its text, formatted or not.
   if (text.messageId_ != messageId || text.variadic_ || !sameText(text.argument_, argument)) {
     text.messageId_ = messageId;
@@ -92,12 +111,12 @@ void ut_warning_id_str(utWarningContext* context, const char* identifier, int me
     text.formatted_ = false;
     text.variadic_ = false;
   }
-  if (identifier != context->lastLiteral) {
-    context->lastIdentifier = identifier;
-    context->lastLiteral = identifier;
+  if (identifier != last.literal) {
+    last.identifier = identifier;
+    last.literal = identifier;
   }
-  issue(context);
+  issue(context, last);
 }
 
-const std::string& utLastWarningIdentifier() { return utGetWarningContext()->lastIdentifier; }
-const std::string& utLastWarningText() { return utGetWarningContext()->lastText.str(); }
+const std::string& utLastWarningIdentifier() { return lastWarning().identifier; }
+const std::string& utLastWarningText() { return lastWarning().text.str(); }

@@ -45,7 +45,8 @@ using WarningHandler = std::function<void(const std::string& identifier, const W
 utWarningContext* utGetWarningContext();
 
 // Replaces the warning handler and returns the previous one; an empty handler
-// restores the host's own printing.
+// restores the host's own printing. The handler is one for the process: set it before
+// threads start warning; it is called on the thread that warns, by several at once.
 WarningHandler utSetWarningHandler(WarningHandler handler);
 
 // Formats the registered text of the message id and issues it as a warning.
@@ -55,6 +56,6 @@ void ut_warning_id(utWarningContext* context, const char* identifier, int messag
 void ut_warning_id_str(utWarningContext* context, const char* identifier, int messageId,
                        const std::string& argument);
 
-// Identifier and text of the last warning issued (the host's `lastwarn`).
+// Identifier and text of the last warning this thread issued (the host's `lastwarn`).
 const std::string& utLastWarningIdentifier();
 const std::string& utLastWarningText();

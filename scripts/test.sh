@@ -3,9 +3,21 @@
 #   scripts/test.sh             release build (build/release)
 #   scripts/test.sh --sanitize  AddressSanitizer + UndefinedBehaviorSanitizer, leak
 #                               checking on (build/sanitize)
+#   scripts/test.sh --tsan      ThreadSanitizer (build/tsan): the library and the threads'
+#                               stress test only, run for TW_STRESS_SECONDS (default 20)
 # TW_WERROR=ON in the environment makes every warning an error, as CI builds.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+
+if [ "${1:-}" = "--tsan" ]; then
+  scripts/deps.sh --tests
+  cmake -S . -B build/tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTW_TSAN=ON -DTW_BUILD_TESTS=ON \
+    -DTW_BUILD_PYTHON=OFF -DTW_BUILD_OCTAVE=OFF "-DTW_WERROR=${TW_WERROR:-OFF}"
+  cmake --build build/tsan -j "$(nproc)" --target threads_tests
+  export TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1"
+  TW_STRESS_SECONDS="${TW_STRESS_SECONDS:-20}" build/tsan/tests/threads_tests
+  exit
+fi
 
 flavour=release
 options=(-DCMAKE_BUILD_TYPE=Release)

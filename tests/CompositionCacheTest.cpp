@@ -87,7 +87,7 @@ TEST(CompositionCache, EraseIfAndForEachSeeEveryCompositionOnce) {
   EXPECT_EQ(sum, 999.0 * 1000.0 / 2.0);
 
   // Odd tags go, including entries moved into a freed place during the sweep.
-  cache.eraseIf([](const std::string&, const UnitComposition& c) {
+  cache.eraseIf([](std::string_view, const UnitComposition& c) {
     return static_cast<int>(c.getMultiplier()) % 2;
   });
   EXPECT_EQ(cache.size(), 500u);
@@ -118,7 +118,7 @@ TEST(CompositionCache, AgreesWithAnOrderedMapThroughRandomChanges) {
       EXPECT_EQ(cache.erase(text), model.erase(text) == 1);
     } else {
       int remainder = step % 7;
-      cache.eraseIf([remainder](const std::string&, const UnitComposition& c) {
+      cache.eraseIf([remainder](std::string_view, const UnitComposition& c) {
         return static_cast<int>(c.getMultiplier()) % 7 == remainder;
       });
       for (auto entry = model.begin(); entry != model.end();) {

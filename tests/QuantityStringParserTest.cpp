@@ -85,6 +85,7 @@ TEST_F(Parser, UnitCompositions) {
     double multiplier;
   } cases[] = {
       {"1/second", "1/second", 1.0},
+      {"1/second*meter", "meter/second", 1.0},
       {"millimole", "millimole", 1.0},
       {"kilogram", "kilogram", 1.0},
       {"kilonewton", "kilogram*meter/second^2",

@@ -14,9 +14,7 @@ namespace {
 // library error (whose object is freed here).
 bool verifiedQuantity(const std::string& composition, int& quantity) {
   try {
-    quantity = UnitManager::Instance()
-                   ->verifyUnitCompositionString(composition)
-                   ->getCombinedUnitsQuantityType();
+    quantity = UnitManager::Instance()->getQuantityIdxFromCompositionString(composition);
     return true;
   } catch (Exception* raised) {
     delete raised;

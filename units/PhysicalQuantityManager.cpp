@@ -164,6 +164,7 @@ void PhysicalQuantityManager::setUnitRegistryFollower(const RegisteredListener& 
 
 void PhysicalQuantityManager::registerPhysicalQuantity(const QuantityDimension* quantity) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   checkNewQuantity(*quantity);
   storeQuantity(const_cast<QuantityDimension*>(quantity));
 }

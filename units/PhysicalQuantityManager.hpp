@@ -10,6 +10,10 @@
 // first called for the next change; and a listener may read the registries but not change
 // them.
 //
+// Threads: registering and removing a quantity hold the registries' lock, so they may
+// run while other threads convert, verify and parse; the queries read without it
+// (units/RegistryLock.hpp).
+//
 // Example:
 //   PhysicalQuantityManager* registry = PhysicalQuantityManager::Instance();
 //   int exps[7] = {0, 0, 1, -1, 0, 0, 0};

@@ -6,6 +6,7 @@
 #include <limits>
 #include <map>
 #include <set>
+#include <string_view>
 #include <tuple>
 
 #include "host/ArgumentError.hpp"
@@ -14,6 +15,7 @@
 #include "host/Numeric.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityDimension.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
 #include "units/UnitPrefixManager.hpp"
@@ -44,6 +46,41 @@ bool truncatedToInt32(double value, std::int32_t& truncated) {
 bool readInteger(const std::string& token, std::int32_t& value) {
   double number = readNumber(token);
   return truncatedToInt32(number, value) && utEqualWithinEps(number, value);
+}
+
+// The same for a token of the host parser. An exponent is mostly a few digits, perhaps
+// after a minus: those are read in place, any other literal as above.
+bool readInteger(std::string_view token, std::int32_t& value) {
+  std::size_t first = !token.empty() && token[0] == '-' ? 1 : 0;
+  if (token.size() <= first || token.size() - first > 9) {
+    return readInteger(std::string(token), value);
+  }
+  std::int32_t magnitude = 0;
+  for (std::size_t i = first; i < token.size(); ++i) {
+    if (token[i] < '0' || token[i] > '9') return readInteger(std::string(token), value);
+    magnitude = magnitude * 10 + (token[i] - '0');
+  }
+  value = first == 1 ? -magnitude : magnitude;
+  return true;
+}
+
+// getTokenEnum for a token of the host parser, which writes a number with a digit, a
+// point or a minus first and a name with a letter or an underscore (isstrnumeric reads
+// the names "Inf" and "NaN" as numbers too).
+int tokenKind(std::string_view token) {
+  const char first = token[0];
+  const bool nameFirst =
+      (first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z') || first == '_';
+  if (token.size() == 1 || (nameFirst && token.size() == 3)) {
+    return QuantityStringParser::getTokenEnum(std::string(token));
+  }
+  return nameFirst ? QuantityStringParserApi::NAME : QuantityStringParserApi::NUMBER;
+}
+
+// Each thread keeps the room of its last list of tokens for the next parse.
+std::vector<std::string_view>& keptTokens() {
+  thread_local std::vector<std::string_view> tokens;
+  return tokens;
 }
 
 // The host parser reads a C string: a NUL would end the text early.
@@ -93,23 +130,21 @@ std::unique_ptr<T> popOrFail(std::vector<std::unique_ptr<T>>& stack, const UnitE
   return top;
 }
 
-struct UnitOperand {
-  std::unique_ptr<UnitComposition> composition;
-  std::optional<std::int32_t> literal;
-};
-
-UnitOperand popUnitOperand(QuantityStringParser::UnitStack& stack) {
-  if (stack.compositions.empty()) raiseError(errors::BadUnitCompositionParse);
-  UnitOperand operand{std::move(stack.compositions.back()), stack.literals.back()};
-  stack.compositions.pop_back();
-  stack.literals.pop_back();
-  return operand;
+// The two operands of a binary step are the two top entries, combined in place.
+void requireOperands(const QuantityStringParser::UnitStack& stack) {
+  if (stack.compositions.size() < 2) raiseError(errors::BadUnitCompositionParse);
 }
 
-void pushComposition(QuantityStringParser::UnitStack& stack,
-                     std::unique_ptr<UnitComposition> composition,
-                     std::optional<std::int32_t> literal = std::nullopt) {
-  stack.compositions.push_back(std::move(composition));
+void popOperand(QuantityStringParser::UnitStack& stack) {
+  stack.compositions.pop_back();
+  stack.literals.pop_back();
+}
+
+// Pushes a composition built from the arguments in its place on the stack.
+template <typename... Arguments>
+void pushComposition(QuantityStringParser::UnitStack& stack, std::optional<std::int32_t> literal,
+                     Arguments&&... arguments) {
+  stack.compositions.emplace_back(std::forward<Arguments>(arguments)...);
   stack.literals.push_back(literal);
 }
 
@@ -147,15 +182,25 @@ int QuantityStringParser::getTokenEnum(const std::string& token) {
 
 UnitComposition* QuantityStringParser::createUnitCompFromString(
     const std::string& composition, std::vector<std::string>* namedUserUnits) const {
+  return new UnitComposition(parseUnitComposition(composition, namedUserUnits));
+}
+
+UnitComposition QuantityStringParser::parseUnitComposition(
+    const std::string& composition, std::vector<std::string>* namedUserUnits) const {
+  RegistryLock::Hold hold;
   requireNoNul(composition, errors::BadUnitCompositionParse);
   if (isstrnumeric(composition.c_str())) raiseError(errors::UnitCompositionNumeric);
-  std::vector<std::string> tokens = postfixTokens(composition, errors::BadUnitCompositionParse);
+  std::vector<std::string_view> tokens = std::move(keptTokens());
+  try {
+    CParseTree::parse(composition, tokens);
+  } catch (Exception* raised) {
+    delete raised;
+    raiseError(errors::BadUnitCompositionParse);
+  }
   UnitStack stack;
   stack.namedUserUnits = namedUserUnits;
-  stack.compositions.reserve(tokens.size());
-  stack.literals.reserve(tokens.size());
-  for (const std::string& token : tokens) {
-    switch (getTokenEnum(token)) {
+  for (std::string_view token : tokens) {
+    switch (tokenKind(token)) {
       case MULTIPLY:
         handleMultOnUnitComp(stack);
         break;
@@ -176,9 +221,10 @@ UnitComposition* QuantityStringParser::createUnitCompFromString(
         handleUnitEntryOnUnitComp(stack, token);
     }
   }
+  keptTokens() = std::move(tokens);
   if (stack.compositions.size() != 1) raiseError(errors::BadUnitCompositionParse);
   if (stack.literals.back()) raiseError(errors::UnitCompositionNumeric);  // such as "2^3"
-  return stack.compositions.back().release();
+  return std::move(stack.compositions.back());
 }
 
 UnitCompositionApi* QuantityStringParser::createUnitCompApiFromString(
@@ -186,92 +232,92 @@ UnitCompositionApi* QuantityStringParser::createUnitCompApiFromString(
   return createUnitCompFromString(composition);
 }
 
-void QuantityStringParser::handleNumericOnUnitComp(UnitStack& stack,
-                                                   const std::string& token) const {
+void QuantityStringParser::handleNumericOnUnitComp(UnitStack& stack, std::string_view token) const {
   std::int32_t value = 0;
   if (!readInteger(token, value)) raiseError(errors::IntegersOnlyInComposition);
-  pushComposition(stack, std::make_unique<UnitComposition>(), value);
+  pushComposition(stack, value);
 }
 
 void QuantityStringParser::handleUnitEntryOnUnitComp(UnitStack& stack,
-                                                     const std::string& token) const {
+                                                     std::string_view token) const {
   UnitManager* units = UnitManager::Instance();
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   // The registry marks user units' names and the texts that name them.
   if (CompositionCache::Found cached = units->findCached(token); cached.composition != nullptr) {
     if (cached.marked && stack.namedUserUnits != nullptr) {
+      std::string name(token);
       stack.namedUserUnits->push_back(
-          cached.unit != nullptr ? token : prefixes->stripPrefixFromSingleUnit(token));
+          cached.unit != nullptr ? name : prefixes->stripPrefixFromSingleUnit(name));
     }
-    pushComposition(stack, std::make_unique<UnitComposition>(*cached.composition));
+    pushComposition(stack, std::nullopt, *cached.composition);
     return;
   }
-  std::string rest = token, prefixName;
-  prefixes->stripPrefixAndGetMultiplier(rest, prefixName);
   // Only a unit takes a prefix. The cache also holds verified texts such as "kilogram";
   // read through them, "kilokilogram" would parse only after "kilogram" had.
-  CompositionCache::Found unit;
-  if (units->isUnitRegistered(rest)) unit = units->findCached(rest);
-  const UnitComposition* found = unit.composition;
-  if (found == nullptr) raiseError(errors::NotFound, rest);
-  if (unit.marked && stack.namedUserUnits != nullptr) stack.namedUserUnits->push_back(rest);
+  const UnitPrefix* prefix = prefixes->findLeadingPrefix(token);
+  std::string_view rest = prefix != nullptr ? token.substr(prefix->getName().size()) : token;
+  CompositionCache::Found unit = units->findCached(rest);
+  if (prefix == nullptr || unit.unit == nullptr) raiseError(errors::NotFound, std::string(rest));
+  if (unit.marked && stack.namedUserUnits != nullptr) stack.namedUserUnits->emplace_back(rest);
 
-  UnitComposition::UnitSet numerator = found->getNumerator();
+  const UnitComposition& found = *unit.composition;
+  UnitComposition::UnitSet numerator = found.getNumerator();
   bool prefixAsFactor = numerator.empty();
   if (!numerator.empty()) {
     UnitBase first = *numerator.begin();
     numerator.erase(numerator.begin());
     if (first.getPrefixIdx() == -1) {
-      first = UnitBase(first.getPQIdx(), first.getUnitIdx(), prefixes->getPrefixIndex(prefixName));
+      first = UnitBase(first.getPQIdx(), first.getUnitIdx(),
+                       prefixes->getPrefixIndex(prefix->getName()));
     } else {
       prefixAsFactor = true;
     }
     numerator.insert(first);
   }
-  auto composition = std::make_unique<UnitComposition>(numerator, found->getDenominator());
-  composition->setMultiplier(found->getMultiplier());
-  if (prefixAsFactor) {
-    composition->setMultiplier(composition->getMultiplier() *
-                               prefixes->getPrefixMultiplier2(prefixName));
-  }
-  pushComposition(stack, std::move(composition));
+  pushComposition(stack, std::nullopt, numerator, found.getDenominator());
+  stack.compositions.back().setMultiplier(prefixAsFactor ? found.getMultiplier() * prefix->getMult()
+                                                         : found.getMultiplier());
 }
 
 void QuantityStringParser::handleMultOnUnitComp(UnitStack& stack) const {
-  UnitOperand right = popUnitOperand(stack);
-  UnitOperand left = popUnitOperand(stack);
-  if (right.literal || left.literal) raiseError(errors::InvalidCompositionMathMult);
-  requireWithinLimit(unitCount(*left.composition) + unitCount(*right.composition));
-  *left.composition *= std::move(*right.composition);
-  pushComposition(stack, std::move(left.composition));
+  requireOperands(stack);
+  if (stack.literals.back() || stack.literals.end()[-2])
+    raiseError(errors::InvalidCompositionMathMult);
+  UnitComposition& left = stack.compositions.end()[-2];
+  UnitComposition& right = stack.compositions.back();
+  requireWithinLimit(unitCount(left) + unitCount(right));
+  // In place: the left operand takes in the right one's units.
+  left *= std::move(right);
+  popOperand(stack);
 }
 
 void QuantityStringParser::handleDivOnUnitComp(UnitStack& stack) const {
-  UnitOperand right = popUnitOperand(stack);
-  UnitOperand left = popUnitOperand(stack);
-  if (right.literal || (left.literal && *left.literal != 1)) {
+  requireOperands(stack);
+  const std::optional<std::int32_t> literal = stack.literals.end()[-2];
+  if (stack.literals.back() || (literal && *literal != 1))
     raiseError(errors::InvalidCompositionMathDiv);
-  }
-  requireWithinLimit(unitCount(*left.composition) + unitCount(*right.composition));
-  *left.composition /= std::move(*right.composition);
-  pushComposition(stack, std::move(left.composition));
+  UnitComposition& left = stack.compositions.end()[-2];
+  UnitComposition& right = stack.compositions.back();
+  requireWithinLimit(unitCount(left) + unitCount(right));
+  left /= std::move(right);
+  stack.literals.end()[-2] = std::nullopt;
+  popOperand(stack);
 }
 
 void QuantityStringParser::handlePowOnUnitComp(UnitStack& stack) const {
   if (stack.literals.empty()) raiseError(errors::BadUnitCompositionParse);
   if (!stack.literals.back()) raiseError(errors::CompositionExponentMustBeInteger);
-  UnitOperand exponent = popUnitOperand(stack);
-  UnitOperand base = popUnitOperand(stack);
-  if (base.literal) {
+  requireOperands(stack);
+  const std::int32_t exponent = *stack.literals.back();
+  popOperand(stack);
+  if (const std::optional<std::int32_t> literal = stack.literals.back()) {
     // A power of a number is a number (1 for a power of 1), which no composition holds.
-    const bool one = *base.literal == 1 || *exponent.literal == 0;
-    pushComposition(stack, std::move(base.composition), one ? 1 : *base.literal);
+    if (*literal == 1 || exponent == 0) stack.literals.back() = 1;
     return;
   }
-  requirePowerWithinLimit(static_cast<std::size_t>(unitCount(*base.composition)),
-                          *exponent.literal);
-  *base.composition ^= *exponent.literal;
-  pushComposition(stack, std::move(base.composition));
+  UnitComposition& base = stack.compositions.back();
+  requirePowerWithinLimit(static_cast<std::size_t>(unitCount(base)), exponent);
+  base ^= exponent;
 }
 
 void QuantityStringParser::handlePlusMinusOnUnitComp(UnitStack&) const {
@@ -282,6 +328,7 @@ void QuantityStringParser::handlePlusMinusOnUnitComp(UnitStack&) const {
 
 QuantityDimension* QuantityStringParser::createQuantityDimensionFromString(
     const std::string& composition) const {
+  RegistryLock::Hold hold;
   std::vector<std::string> tokens = postfixTokens(composition, errors::BadQuantityParse);
   QuantityStack stack;
   std::string previous;
@@ -362,16 +409,15 @@ void QuantityStringParser::handlePlusMinusOnQD(QuantityStack&) const {
 
 namespace {
 
-// The tokens of the text; none when it does not parse.
-std::vector<std::string> tokensOf(const std::string& composition) {
-  CParseTree tree(composition.c_str());
+// The tokens of the text, as views into it; none when it does not parse.
+std::vector<std::string_view> tokensOf(const std::string& composition) {
+  std::vector<std::string_view> tokens;
   try {
-    tree.init(false);
+    CParseTree::parse(composition, tokens);
   } catch (Exception* raised) {
     delete raised;  // a text that does not parse names no unit
+    tokens.clear();
   }
-  std::vector<std::string> tokens;
-  tree.postFix(tokens);
   return tokens;
 }
 
@@ -382,6 +428,7 @@ bool QuantityStringParser::doesStringContainUnit(const std::string& composition,
   // Every token is written in the text, and a unit name ends a token: a name that is
   // nowhere in the text needs no parse. Registry scans ask this of every definition.
   if (composition.find(unitName) == std::string::npos) return false;
+  RegistryLock::Hold hold;
   std::vector<std::string> names = getUnitNamesInString(composition);
   return std::find(names.begin(), names.end(), unitName) != names.end();
 }
@@ -390,9 +437,11 @@ std::vector<std::string> QuantityStringParser::getUnitNamesInString(
     const std::string& composition) const {
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
   std::vector<std::string> names;
-  for (const std::string& token : tokensOf(composition)) {
-    std::string unit = prefixes->stripPrefixFromSingleUnit(token);
-    if (getTokenEnum(unit) == NAME) names.push_back(std::move(unit));
+  for (std::string_view token : tokensOf(composition)) {
+    if (tokenKind(token) != NAME) continue;
+    const UnitPrefix* prefix = prefixes->findLeadingPrefix(token);
+    std::string_view unit = prefix != nullptr ? token.substr(prefix->getName().size()) : token;
+    if (!unit.empty() && tokenKind(unit) == NAME) names.emplace_back(unit);
   }
   return names;
 }
@@ -400,11 +449,12 @@ std::vector<std::string> QuantityStringParser::getUnitNamesInString(
 bool QuantityStringParser::doesStringContainPrefix(const std::string& composition,
                                                    const std::string& prefixName) const {
   if (composition.find(prefixName) == std::string::npos) return false;
+  RegistryLock::Hold hold;
   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-  for (const std::string& token : tokensOf(composition)) {
-    std::string rest = token, stripped;
-    prefixes->stripPrefixAndGetMultiplier(rest, stripped);
-    if (getTokenEnum(token) == NAME && stripped == prefixName) return true;
+  for (std::string_view token : tokensOf(composition)) {
+    const UnitPrefix* prefix = prefixes->findLeadingPrefix(token);
+    if (prefix != nullptr && prefix->getName() == prefixName && tokenKind(token) == NAME)
+      return true;
   }
   return false;
 }
@@ -616,6 +666,7 @@ std::vector<std::pair<UnitBase, int>> groupsOf(const TermUnits& units) {
 
 QuantityStringParser::Makeup QuantityStringParser::getUnitMakeupAndExponentsFromString(
     const std::string& composition) const {
+  RegistryLock::Hold hold;
   const HandlerTable& handlers = handlerTable();
   requireNoNul(composition, errors::InternalParseError);
   CParseTree tree(composition.c_str());
@@ -665,6 +716,7 @@ QuantityStringParser::Makeup QuantityStringParser::getUnitMakeupAndExponentsFrom
 std::pair<std::string, std::string>
 QuantityStringParser::splitNumeratorAndDenomintorFromUnitComposition(
     const std::string& composition) const {
+  RegistryLock::Hold hold;
   Makeup makeup = getUnitMakeupAndExponentsFromString(composition);
   std::string numerator, denominator;
   for (std::size_t i = 0; i < makeup.first.size(); ++i) {

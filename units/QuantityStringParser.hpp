@@ -14,28 +14,30 @@
 //   parser->getUnitMakeupAndExponentsFromString("meter^2/second");   // ([meter, second], [2, -1])
 //   parser->createUnitCompFromString("meter*2");   // raises "Unit:InvalidCompositionMathMult"
 
+#include <boost/container/small_vector.hpp>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "units/QuantityStringParserApi.hpp"
+#include "units/UnitComposition.hpp"
 
 namespace TwUnits {
 
 class QuantityDimension;
-class UnitComposition;
 
 class QuantityStringParser : public QuantityStringParserApi {
  public:
-  // The evaluation stacks of a unit composition; they own their compositions, so
-  // every error path frees them. An entry written as an integer literal keeps its value;
-  // any other entry has none.
+  // The evaluation stacks of a unit composition, by value: a short text's parse makes
+  // no heap allocation for its tokens, and every error path frees what they hold. An
+  // entry written as an integer literal keeps its value; any other entry has none.
   struct UnitStack {
-    std::vector<std::unique_ptr<UnitComposition>> compositions;
-    std::vector<std::optional<std::int32_t>> literals;
+    boost::container::small_vector<UnitComposition, 6> compositions;
+    boost::container::small_vector<std::optional<std::int32_t>, 6> literals;
     // When set, receives each user unit that a name resolves to.
     std::vector<std::string>* namedUserUnits = nullptr;
   };
@@ -61,6 +63,9 @@ class QuantityStringParser : public QuantityStringParserApi {
   // doesStringContainUnit finds them, in the order it resolves them.
   UnitComposition* createUnitCompFromString(
       const std::string& composition, std::vector<std::string>* namedUserUnits = nullptr) const;
+  // The same composition, by value.
+  UnitComposition parseUnitComposition(const std::string& composition,
+                                       std::vector<std::string>* namedUserUnits = nullptr) const;
   // Returns the new dimensions of a quantity composition ("mass*length/time^2"); the
   // caller owns them.
   QuantityDimension* createQuantityDimensionFromString(const std::string& composition) const;
@@ -79,8 +84,8 @@ class QuantityStringParser : public QuantityStringParserApi {
   void handleDivOnUnitComp(UnitStack& stack) const;
   void handlePlusMinusOnUnitComp(UnitStack& stack) const;
   void handlePowOnUnitComp(UnitStack& stack) const;
-  void handleNumericOnUnitComp(UnitStack& stack, const std::string& token) const;
-  void handleUnitEntryOnUnitComp(UnitStack& stack, const std::string& token) const;
+  void handleNumericOnUnitComp(UnitStack& stack, std::string_view token) const;
+  void handleUnitEntryOnUnitComp(UnitStack& stack, std::string_view token) const;
   // The steps of a quantity composition's evaluation.
   void handleMultOnQD(QuantityStack& stack) const;
   void handleDivOnQD(QuantityStack& stack) const;

@@ -128,7 +128,7 @@ UnitComposition& UnitComposition::operator^=(int n) {
   long long times = std::llabs(static_cast<long long>(n));
   numerator_.repeat(times);
   denominator_.repeat(times);
-  multiplier_ = std::pow(multiplier_, n);
+  if (multiplier_ != 1.0) multiplier_ = std::pow(multiplier_, n);
   return *this;
 }
 

@@ -168,6 +168,7 @@ std::size_t UnitConverterManager::getTableSize(int quantity) const {
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(int quantity, int fromUnit,
                                                               int toUnit) const {
+  RegistryLock::Hold hold;
   if (quantity > kLastBaseQuantity) return nullptr;
   return new UnitConverter(tableEntry(quantity, fromUnit, toUnit));
 }
@@ -296,9 +297,10 @@ using detail::RememberedPair;
 using RememberedPairs = std::array<RememberedPair, kRememberedPairs>;
 
 // This thread's pairs, made on its first conversion and freed when it ends. The plain
-// pointer is read without the guard that a thread_local object with a constructor needs.
+// pointer is read without the guard that a thread_local object with a constructor needs,
+// and, eight bytes in the initial thread-local block, without a call to find it.
 RememberedPairs& rememberedPairs() {
-  thread_local RememberedPairs* pairs = nullptr;
+  [[gnu::tls_model("initial-exec")]] thread_local RememberedPairs* pairs = nullptr;
   if (pairs == nullptr) {
     thread_local std::unique_ptr<RememberedPairs> owner = std::make_unique<RememberedPairs>();
     pairs = owner.get();
@@ -310,6 +312,7 @@ RememberedPairs& rememberedPairs() {
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(int, UnitComposition* from,
                                                               UnitComposition* to) const {
+  RegistryLock::Hold hold;
   // Decided as written, before anything cancels.
   const bool offsets =
       UCMNamespace::isLoneTemperature(*from) && UCMNamespace::isLoneTemperature(*to);
@@ -320,6 +323,7 @@ UnitConverter* UnitConverterManager::getQuantityUnitConverter(int, UnitCompositi
 
 UnitConverter UnitConverterManager::getConverter(const UnitComposition& from,
                                                  const UnitComposition& to) const {
+  RegistryLock::Hold hold;
   from.requireCurrentPrefixes();
   to.requireCurrentPrefixes();
   const bool offsets = UCMNamespace::isLoneTemperature(from) && UCMNamespace::isLoneTemperature(to);
@@ -434,7 +438,9 @@ UnitConverter UnitConverterManager::getConverter(const std::string& from,
 UnitConverter UnitConverterManager::resolveAndRemember(RememberedPair& pair, std::uint64_t hash,
                                                        const std::string& from,
                                                        const std::string& to) const {
-  // Read first: a change made while the pair is resolved leaves it stale.
+  RegistryLock::Hold hold;
+  // Read first: a change made while the pair is resolved (by a listener of a warning,
+  // say) leaves it stale.
   const std::uint64_t generation = RegistryLock::generation();
   UnitConverter converter = resolve(from, to);
   UnitManager* units = UnitManager::Instance();
@@ -456,6 +462,7 @@ UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string&
 
 UnitConverter* UnitConverterManager::getQuantityUnitConverter(const std::string& composition,
                                                               const UnitSystemApi* system) const {
+  RegistryLock::Hold hold;
   UnitComposition* source = UnitManager::Instance()->verifyUnitCompositionString(composition);
   UnitComposition inSystem(source->getCombinedUnitsQuantityType(), system);
   return new UnitConverter(getConverter(*source, inSystem));

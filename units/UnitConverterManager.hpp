@@ -9,6 +9,11 @@
 // between two built-in units are chained exactly from the library's decimal factors
 // and rounded once: mile to meter is 1609.344, not 1609.3439999999998.
 //
+// Threads: the conversions may run on any number of threads while others change the
+// registries. Each thread remembers the converters it resolved between two texts and
+// reuses one, without a lock, while no registry has changed since; the rest hold the
+// registries' lock (units/RegistryLock.hpp). tableEntry and getTableSize read without it.
+//
 // Example:
 //   UnitConverterManager* converters = UnitConverterManager::Instance();
 //   std::unique_ptr<UnitConverter> c(converters->getQuantityUnitConverter("mile", "meter"));

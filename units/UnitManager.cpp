@@ -1,6 +1,7 @@
 #include "units/UnitManager.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <boost/bind/bind.hpp>
 #include <cmath>
 #include <cstring>
@@ -44,10 +45,16 @@ auto& at(List& lists, int index) {
 }  // namespace
 
 UnitManager* UnitManager::Instance() {
+  static std::atomic<UnitManager*> ready{nullptr};
+  if (UnitManager* done = ready.load(std::memory_order_acquire)) return done;
+  // The set-up runs under the lock: other threads wait for its end, while calls that it
+  // makes itself get the registry being set up.
+  RegistryLock::Hold hold;
   static UnitManager* instance = nullptr;
   if (instance == nullptr) {
     instance = new UnitManager();
     instance->setup();
+    ready.store(instance, std::memory_order_release);
   }
   return instance;
 }
@@ -458,15 +465,12 @@ const UnitComposition* UnitManager::getCachedComposition(const std::string& text
 }
 
 UnitComposition* UnitManager::verifyUnitCompositionString(const std::string& text) {
-  CompositionCache::Found found = cache_.lookup(text);
+  RegistryLock::Hold hold;
+  std::vector<std::string> named;
+  CompositionCache::Found found = cache_.findOrInsert(
+      text, [&] { return QuantityStringParser::Instance()->parseUnitComposition(text, &named); });
   UnitComposition* composition = found.composition;
-  if (composition == nullptr) {
-    std::vector<std::string> named;
-    std::unique_ptr<UnitComposition> parsed(
-        QuantityStringParser::Instance()->createUnitCompFromString(text, &named));
-    composition = cache_.insert(text, std::move(parsed));
-    if (!named.empty()) noteTextNames(text, named);
-  }
+  if (!named.empty()) noteTextNames(text, named);
   // A registered unit's name has an entry that knows the unit.
   if (found.unit != nullptr && !found.unit->getLibraryVisible()) warnOfDeprecatedUnit(text);
   if (composition->getCombinedUnitsQuantityType() != -1) return composition;
@@ -480,11 +484,13 @@ bool UnitManager::errForInvalidUnitComposition(const std::string& text) {
 }
 
 int UnitManager::getQuantityIdxFromCompositionString(const std::string& text) {
+  RegistryLock::Hold hold;
   return verifyUnitCompositionString(text)->getCombinedUnitsQuantityType();
 }
 
 const QuantityDimensionApi* UnitManager::getQuantityDimensionFromComposition(
     const std::string& text) {
+  RegistryLock::Hold hold;
   try {
     return quantities_->getQuantityDimensionApi(getQuantityIdxFromCompositionString(text));
   } catch (Exception* raised) {
@@ -495,6 +501,7 @@ const QuantityDimensionApi* UnitManager::getQuantityDimensionFromComposition(
 }
 
 void UnitManager::validateTimeUnits(const std::string& text) {
+  RegistryLock::Hold hold;
   if (text.empty()) raiseError(errors::EmptyTimeUnits);
   int quantity = -1;
   try {
@@ -522,11 +529,11 @@ int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definiti
   // parsed without caching it, so that a refused registration leaves no trace.
   const QuantityStringParser* parser = QuantityStringParser::Instance();
   const UnitComposition* cached = cache_.find(definition->getCompositionString());
-  std::unique_ptr<UnitComposition> composition(
-      cached != nullptr ? new UnitComposition(*cached)
-                        : parser->createUnitCompFromString(definition->getCompositionString()));
-  composition->setMultiplier(composition->getMultiplier() * definition->getMultiplier());
-  int quantity = composition->getCombinedUnitsQuantityType();
+  UnitComposition composition =
+      cached != nullptr ? UnitComposition(*cached)
+                        : parser->parseUnitComposition(definition->getCompositionString());
+  composition.setMultiplier(composition.getMultiplier() * definition->getMultiplier());
+  int quantity = composition.getCombinedUnitsQuantityType();
   if (parser->doesStringContainUnit(definition->getCompositionString(), name)) {
     raiseError(errors::SelfReferenceInComposition);
   }
@@ -537,7 +544,7 @@ int UnitManager::verifyUnitForRegistration(const UnitRepresentationApi* definiti
     raiseError(errors::ConversionFunctionZero);
   requireFinite(definition->getMultiplier(), "multiplier");
   requireFinite(definition->getOffset(), "offset");
-  return checkForAlreadyRegisteredUnit(composition.get(), definition, quantity);
+  return checkForAlreadyRegisteredUnit(&composition, definition, quantity);
 }
 
 int UnitManager::checkForPrefixInRegisteringUnitName(
@@ -680,6 +687,7 @@ void UnitManager::unregisterUnitForUnitRegistration(const UnitRepresentationApi*
 
 void UnitManager::unitChangedEvent(const UnitRepresentationApi* definition,
                                    UnitRepresentationApi::UNIT_REP_PROPERTY) {
+  RegistryLock::Hold hold;
   int quantity = getUnitPhysicalQuantityType(definition->getName());
   int index = getUnitIndex(quantity, definition->getName());
   if (isUnitBuiltin(quantity, index)) raiseError(errors::CannotUnregisterBuiltin);
@@ -763,16 +771,22 @@ void UnitManager::forgetNames(const std::string& name, const std::string& compos
   }
 }
 
+bool UnitManager::namesPrefix(std::string_view text, const std::string& prefixName) const {
+  // A unit's name is no text that carries a prefix; most texts do not write the name.
+  if (text.find(prefixName) == std::string_view::npos) return false;
+  std::string written(text);
+  return places_.count(written) == 0 &&
+         QuantityStringParser::Instance()->doesStringContainPrefix(written, prefixName);
+}
+
 void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
   int prefixIndex = prefixes_->getPrefixIndex(prefix->getName());
   UnitAddress user = getUnitIfPrefixUsedInComposition(prefixIndex);
   if (user != kNoUnit) raiseError(errors::PrefixBeingUsed, unitName(user.first, user.second));
   // A cached text that wrote the prefix is stale even where the prefix went into its
   // multiplier ("myriahertz": hertz has no unit to carry it).
-  const QuantityStringParser* parser = QuantityStringParser::Instance();
-  cache_.eraseIf([&](const std::string& text, const UnitComposition& composition) {
-    return composition.containsPrefix(prefixIndex) ||
-           (places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName()));
+  cache_.eraseIf([&](std::string_view text, const UnitComposition& composition) {
+    return composition.containsPrefix(prefixIndex) || namesPrefix(text, prefix->getName());
   });
   // Later prefixes are about to move down one index; compositions follow them.
   auto shifted = [prefixIndex](UnitComposition& composition) {
@@ -787,9 +801,8 @@ void UnitManager::notifyPrefixBeingRemoved(const UnitPrefixApi* prefix) {
 void UnitManager::notifyPrefixAdded(const UnitPrefixApi* prefix) {
   // The first prefix in name order is the one stripped: a new prefix that begins a longer
   // one's name ("my" before "myria") reads "myriameter" anew, as "my" and "riameter".
-  const QuantityStringParser* parser = QuantityStringParser::Instance();
-  cache_.eraseIf([&](const std::string& text, const UnitComposition&) {
-    return places_.count(text) == 0 && parser->doesStringContainPrefix(text, prefix->getName());
+  cache_.eraseIf([&](std::string_view text, const UnitComposition&) {
+    return namesPrefix(text, prefix->getName());
   });
 }
 
@@ -867,6 +880,7 @@ double UnitManager::convert(double value, const std::string& from, const std::st
 UnitComposition* UnitManager::createUnitCompApiForUnitSystem(
     const std::string& composition, const UnitSystemApi* system,
     std::pair<double, double>& multiplierAndOffset) const {
+  RegistryLock::Hold hold;
   std::unique_ptr<UnitComposition> parsed(
       QuantityStringParser::Instance()->createUnitCompFromString(composition));
   int quantity = parsed->getCombinedUnitsQuantityType();

@@ -21,6 +21,12 @@
 // first called for the next change; and a listener may read the registries but not change
 // them.
 //
+// Threads: any number of threads may convert, verify and parse (convert,
+// verifyUnitCompositionString and the calls built on it) while others register or
+// remove units; each such call sees the registries before or after a change, never
+// during one. The queries, and what the registry hands out of itself, are read without
+// the lock (units/RegistryLock.hpp has the whole contract).
+//
 // Example:
 //   UnitManager* units = UnitManager::Instance();
 //   units->convert(1.0, "mile", "meter");                  // 1609.344
@@ -33,6 +39,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -164,7 +171,7 @@ class UnitManager {
   }
   // The cache's entry for the text; its mark says that the text is a user unit's name
   // or names one.
-  CompositionCache::Found findCached(const std::string& text) const { return cache_.lookup(text); }
+  CompositionCache::Found findCached(std::string_view text) const { return cache_.lookup(text); }
 
   // ---- Changes.
   // Registers, redefines or ignores the definition. Every check runs before anything
@@ -229,6 +236,8 @@ class UnitManager {
   void appendQuantityLists();
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
   void markCompositionsStale();
+  // Whether a cached text that is no unit's name writes the prefix.
+  bool namesPrefix(std::string_view text, const std::string& prefixName) const;
   std::string unitName(int quantity, int index) const;
   // The unit and prefix that a system's unit name stands for, if it names a unit at all.
   std::optional<UnitBase> findSystemUnit(const std::string& name) const;

@@ -37,7 +37,7 @@ constexpr BuiltinPrefix kBuiltinPrefixes[] = {
 };
 static_assert(std::size(kBuiltinPrefixes) == UnitPrefixManager::kBuiltinPrefixCount);
 
-bool beginsWith(const std::string& text, const std::string& start) {
+bool beginsWith(std::string_view text, std::string_view start) {
   return text.size() >= start.size() && text.compare(0, start.size(), start) == 0;
 }
 
@@ -230,7 +230,7 @@ StringVector* UnitPrefixManager::getPrefixUnitStrings() const {
 // The walk is in byte-wise name order. A prefix that begins another's name ("ki" and
 // "kilo") sorts first, but takes the text only when what it leaves is a unit: a new prefix
 // never changes what a text of a registered prefix and unit means.
-const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) const {
+const UnitPrefix* UnitPrefixManager::findLeadingPrefix(std::string_view text) const {
   if (text.empty()) return nullptr;
   const UnitPrefix* longest = nullptr;
   const UnitManager* units = nullptr;
@@ -239,7 +239,7 @@ const UnitPrefix* UnitPrefixManager::findLeadingPrefix(const std::string& text) 
     if (static_cast<unsigned char>(name[0]) > static_cast<unsigned char>(text[0])) break;
     if (!beginsWith(text, name)) continue;
     if (units == nullptr) units = UnitManager::Instance();
-    if (units->isUnitRegistered(text.substr(name.size()))) return prefix;
+    if (units->isUnitRegistered(std::string(text.substr(name.size())))) return prefix;
     if (longest == nullptr || name.size() > longest->getName().size()) longest = prefix;
   }
   return longest;

@@ -10,6 +10,10 @@
 // first called for the next change; and a listener may read the registries but not change
 // them.
 //
+// Threads: registering and removing a prefix hold the registries' lock, so they may run
+// while other threads convert, verify and parse; the queries read without it
+// (units/RegistryLock.hpp).
+//
 // Example:
 //   UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
 //   prefixes->getPrefixIndex("kilo");            // 3
@@ -19,6 +23,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "units/UnitPrefix.hpp"
@@ -87,6 +92,10 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
   StringVector* getPrefixUnitStrings() const;
   // The unit name without a leading registered prefix, or unchanged.
   std::string stripPrefixFromSingleUnit(const std::string& unitName) const;
+  // The first prefix, in name order, whose name begins the text and leaves a registered
+  // unit; when none does, the longest that begins it (so that an error names the shortest
+  // rest); or null.
+  const UnitPrefix* findLeadingPrefix(std::string_view text) const;
 
  private:
   UnitPrefixManager();
@@ -100,10 +109,6 @@ class UnitPrefixManager : public UnitPrefixManagerApi {
   };
 
   void attachChangeGuard(UnitPrefix* prefix);
-  // The first prefix, in name order, whose name begins the text and leaves a registered
-  // unit; when none does, the longest that begins it (so that an error names the shortest
-  // rest); or null.
-  const UnitPrefix* findLeadingPrefix(const std::string& text) const;
 
   std::vector<std::unique_ptr<UnitPrefix>> prefixes_;
   std::vector<std::string> names_;

@@ -3,6 +3,7 @@
 #include "host/StringUtils.hpp"
 #include "units/Announcement.hpp"
 #include "units/QuantityDimension.hpp"
+#include "units/RegistryLock.hpp"
 #include "units/UnitManager.hpp"
 #include "units/messages/UnitErrors.hpp"
 
@@ -55,6 +56,7 @@ const UnitSystemApi* UnitSystemManager::getUnitSystemApi(const std::string& name
 
 void UnitSystemManager::registerUnitSystem(UnitSystem* system) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   const std::string& name = system->getUnitSystemName();
   if (!isValidCALVEXIdentifier(name)) raiseError(errors::SystemNameInvalid);
   for (const auto& registered : *systems_) {
@@ -68,6 +70,7 @@ void UnitSystemManager::registerUnitSystem(UnitSystem* system) {
 
 void UnitSystemManager::unregisterUnitSystem(const std::string& name) {
   Announcement::refuseInsideListener();
+  RegistryLock::Change change;
   auto kept = std::make_unique<std::vector<std::unique_ptr<UnitSystem>>>();
   bool removed = false;
   for (auto& system : *systems_) {

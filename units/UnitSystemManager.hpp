@@ -4,6 +4,10 @@
 // The process-wide registry of unit systems: the built-in "MKS" and user systems.
 // Registering or removing a system tells no listener.
 //
+// Threads: registering and removing a system hold the registries' lock, so they may run
+// while other threads convert, verify and parse; the queries read without it
+// (units/RegistryLock.hpp).
+//
 // Example:
 //   auto* cgs = new UnitSystem("cgs");   // units set with the setters
 //   UnitSystemManager::Instance()->registerUnitSystem(cgs);   // the registry owns it

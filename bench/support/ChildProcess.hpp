@@ -37,7 +37,8 @@ ChildReport runInChild(const std::string& task, const std::vector<std::string>& 
 // The figure, or a std::runtime_error naming the task when the child did not report it.
 double figure(const ChildReport& report, const std::string& name);
 
-// Seconds that the call takes, on the steady clock.
+// The calling thread's CPU seconds that the call takes (the clock's own cost taken
+// off): other work on the machine does not stretch them as it stretches real time.
 double timeIt(const std::function<void()>& work);
 
 // The process's resident set size in KiB (from /proc/self/statm).

@@ -22,6 +22,9 @@
 
 namespace twbench {
 
+// The numbers of user units that the registration benchmarks register.
+inline constexpr int kUserUnitCounts[] = {100, 1000, 10000, 100000};
+
 class SideBySideReporter : public benchmark::ConsoleReporter {
  public:
   explicit SideBySideReporter(OutputOptions options);
