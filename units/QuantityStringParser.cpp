@@ -119,7 +119,8 @@ void requirePowerWithinLimit(std::size_t units, std::int32_t exponent) {
 
 template <typename Term>
 long long unitCount(const Term& term) {
-  return static_cast<long long>(term.getNumerator().size() + term.getDenominator().size());
+  return static_cast<long long>(term.getNumerator().size()) +
+         static_cast<long long>(term.getDenominator().size());
 }
 
 template <typename T>
@@ -503,7 +504,8 @@ MakeupTerm popTerm(TermStack& stack) {
 }
 
 long long termSize(const MakeupTerm& term) {
-  return static_cast<long long>(term.numerator.size() + term.denominator.size());
+  return static_cast<long long>(term.numerator.size()) +
+         static_cast<long long>(term.denominator.size());
 }
 
 void multiplyInto(MakeupTerm& result, const MakeupTerm& factor) {
