@@ -207,7 +207,7 @@ UnitComposition* CompositionCache::assign(std::string_view text,
                                           std::unique_ptr<UnitComposition> composition) {
   Entry* entry = entryOf(text);
   if (entry == nullptr) return insert(text, std::move(*composition));
-  entry->composition = std::move(*composition);
+  entry->composition = *composition;
   entry->unit = nullptr;
   entry->marked = false;
   return &entry->composition;

@@ -80,7 +80,7 @@ class CompositionCache {
   // One allocation: the entry, then the text's bytes.
   struct Entry {
     Entry(UnitComposition&& made, std::uint64_t textHash, std::uint32_t textLength)
-        : composition(std::move(made)), hash(textHash), length(textLength) {}
+        : composition(made), hash(textHash), length(textLength) {}
     std::string_view text() const { return {reinterpret_cast<const char*>(this + 1), length}; }
 
     UnitComposition composition;

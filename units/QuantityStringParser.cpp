@@ -225,7 +225,7 @@ UnitComposition QuantityStringParser::parseUnitComposition(
   keptTokens() = std::move(tokens);
   if (stack.compositions.size() != 1) raiseError(errors::BadUnitCompositionParse);
   if (stack.literals.back()) raiseError(errors::UnitCompositionNumeric);  // such as "2^3"
-  return std::move(stack.compositions.back());
+  return stack.compositions.back();
 }
 
 UnitCompositionApi* QuantityStringParser::createUnitCompApiFromString(

@@ -57,7 +57,7 @@ class QuantityDimension_RegisterQuantityDimension_MI : public UDMethodInfo {
     arguments.emplace_back(HostArray::createString(quantity.getName()));
     arguments.emplace_back(HostArray::createDoubleMatrix(1, kBaseDimensionCount));
     for (unsigned b = 0; b < kBaseDimensionCount; ++b) arguments[1]->getPr()[b] = quantity.at(b);
-    callHostFunction("zophregisterquantity", std::move(arguments));
+    callHostFunction("zophregisterquantity", arguments);
   }
 };
 
