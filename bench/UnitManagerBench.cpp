@@ -86,18 +86,18 @@ TW_CHILD_TASK(register_units) {
 // Arguments: n. Converts n texts of dimensions that no quantity has, each of which
 // registers an anonymous quantity, and times the last thousand of them.
 TW_CHILD_TASK(new_dimensions) {
-  const int count = std::stoi(arguments.at(0));
+  const std::size_t count = std::stoul(arguments.at(0));
   TwUnits::UnitManager* units = TwUnits::UnitManager::Instance();
   std::vector<std::string> texts;
-  for (int i = 0; static_cast<int>(texts.size()) < count; ++i) {
+  for (std::size_t i = 0; texts.size() < count; ++i) {
     texts.push_back("meter^" + std::to_string(i % 14 + 1) + "*second^" +
                     std::to_string(i / 14 % 14 + 1) + "*gram^" + std::to_string(i / 196 % 14 + 1) +
                     "*ampere^" + std::to_string(i / 2744 + 1));
   }
-  const int timed = std::min(count, 1000);
-  for (int i = 0; i < count - timed; ++i) units->convert(1.0, texts[i], texts[i]);
+  const std::size_t timed = std::min<std::size_t>(count, 1000);
+  for (std::size_t i = 0; i < count - timed; ++i) units->convert(1.0, texts[i], texts[i]);
   report["last_thousand_s"] = timeIt([&] {
-    for (int i = count - timed; i < count; ++i) units->convert(1.0, texts[i], texts[i]);
+    for (std::size_t i = count - timed; i < count; ++i) units->convert(1.0, texts[i], texts[i]);
   });
   report["rss_KiB"] = twbench::residentKiB();
 }
