@@ -143,7 +143,8 @@ TW_CHILD_TASK(cached_text_bytes) {
   for (const std::string& spelled : texts) length += static_cast<double>(spelled.size());
   const double before = twbench::residentKiB();
   for (const std::string& spelled : texts) units->verifyUnitCompositionString(spelled);
-  report["bytes_per_text"] = (twbench::residentKiB() - before) * 1024.0 / static_cast<double>(count);
+  report["bytes_per_text"] =
+      (twbench::residentKiB() - before) * 1024.0 / static_cast<double>(count);
   report["text_length"] = length / static_cast<double>(count);
 }
 
