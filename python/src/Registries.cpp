@@ -13,6 +13,7 @@
 #include "python/src/Bindings.hpp"
 #include "python/src/Border.hpp"
 #include "units/DimensionalAnalysisManagerApi.hpp"
+#include "units/HandOver.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/QuantityStringParser.hpp"
 #include "units/UnitManager.hpp"
@@ -24,6 +25,7 @@ namespace twzo_python {
 
 namespace {
 
+using TwUnits::handOver;
 using TwUnits::PhysicalQuantityManager;
 using TwUnits::QuantityDimension;
 using TwUnits::UnitManager;
@@ -77,20 +79,6 @@ std::unique_ptr<UnitRepresentation> definitionOf(const std::string& name,
   definition->setMultiplier(multiplier);
   definition->setOffset(offset);
   return definition;
-}
-
-// Runs a registration and lets go of `object` when the registry keeps it, whether the
-// registration returned or raised: a listener's error comes once the registration is
-// complete, and the registry owns what it registered.
-template <class T, class Registration, class Kept>
-void handOver(std::unique_ptr<T>& object, Registration registration, Kept kept) {
-  try {
-    registration();
-  } catch (...) {
-    if (kept()) object.release();
-    throw;
-  }
-  if (kept()) object.release();
 }
 
 void registerUnit(const std::string& name, const std::string& composition, double multiplier,

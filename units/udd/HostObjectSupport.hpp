@@ -13,6 +13,7 @@
 
 #include "host/HostArray.hpp"
 #include "host/UDInterface.hpp"
+#include "units/HandOver.hpp"
 
 class UDClass;
 class UDDataType;
@@ -37,22 +38,6 @@ inline std::string text(const void* argument) {
   return argument ? static_cast<const char*>(argument) : "";
 }
 inline double number(const void* argument) { return *static_cast<const double*>(argument); }
-
-// Runs a registration of `object` and lets go of it when the registry keeps it: when
-// `kept()` is true afterwards, whether the registration returned or raised (a listener's
-// error comes after the registration is complete). Returns whether it was kept.
-template <typename T, typename Registration, typename Kept>
-bool handOver(std::unique_ptr<T>& object, Registration registration, Kept kept) {
-  try {
-    registration();
-  } catch (...) {
-    if (kept()) object.release();
-    throw;
-  }
-  if (!kept()) return false;
-  object.release();
-  return true;
-}
 
 // Raises "CALVEX:badArgumentClass" unless the host object is of the class.
 void requireClass(UDInterface* object, UDClass* cls);
