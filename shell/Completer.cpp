@@ -1,5 +1,7 @@
 #include "shell/Completer.hpp"
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <cctype>
 #include <set>
@@ -13,6 +15,7 @@
 #include "host/UDInterface.hpp"
 #include "host/interpreter/Builtins.hpp"
 #include "host/interpreter/Workspace.hpp"
+#include "units/UnitSystemManager.hpp"
 
 namespace {
 
@@ -62,7 +65,21 @@ std::vector<std::string> unitNames(const std::string& word) {
   return names;
 }
 
+// TwUnits::UnitSystemManager::Instance(), as the module exports it.
+constexpr const char* kUnitSystemManagerInstance = "_ZN7TwUnits17UnitSystemManager8InstanceEv";
+
+// The one argument that names a unit system: UnitSystem's "unregister", after the object
+// (`s.unregister('lab')` or `unregister(s, 'lab')`).
+bool takesUnitSystem(const std::string& method, std::size_t argument) {
+  return method == "unregister" && argument == 1;
+}
+
 }  // namespace
+
+Completer::Completer(const Workspace& workspace, const std::string& module)
+    : workspace_(workspace),
+      module_(module.empty() ? nullptr : dlopen(module.c_str(), RTLD_LAZY | RTLD_NOLOAD), dlclose) {
+}
 
 Completion Completer::complete(const std::string& beforeCursor) const {
   Context context = contextOf(beforeCursor);
@@ -77,6 +94,9 @@ Completion Completer::complete(const std::string& beforeCursor) const {
         break;
       case Context::Kind::kUnit:
         offered = unitNames(context.word);
+        break;
+      case Context::Kind::kUnitSystem:
+        offered = unitSystemNames();
         break;
       case Context::Kind::kNothing:
         break;
@@ -97,19 +117,40 @@ Completer::Context Completer::contextOf(const std::string& text) {
   Context context;
   bool quoted = false;
   std::size_t quoteStart = 0;
+  struct Bracket {
+    std::size_t at;
+    std::size_t commas;
+  };
+  std::vector<Bracket> open;  // the brackets not yet closed, innermost last
   for (std::size_t i = 0; i < text.size(); ++i) {
+    char c = text[i];
     if (quoted) {
-      quoted = text[i] != '\'';  // a doubled quote closes the text and opens it again
-    } else if (text[i] == '%') {
+      quoted = c != '\'';  // a doubled quote closes the text and opens it again
+    } else if (c == '%') {
       return context;  // a comment runs to the end of the line
-    } else if (text[i] == '\'') {
+    } else if (c == '\'') {
       quoted = true;
       quoteStart = i + 1;
+    } else if (c == '(' || c == '[' || c == '{') {
+      open.push_back({i, 0});
+    } else if ((c == ')' || c == ']' || c == '}') && !open.empty()) {
+      open.pop_back();
+    } else if (c == ',' && !open.empty()) {
+      ++open.back().commas;
     }
   }
   if (quoted) {
     context.kind = Context::Kind::kUnit;
     context.word = trailingName(text, quoteStart, text.size());
+    // Which argument of which call the text is: `obj.method(` counts obj as the first.
+    if (!open.empty() && text[open.back().at] == '(') {
+      std::size_t paren = open.back().at;
+      std::string method = trailingName(text, 0, paren);
+      std::size_t methodStart = paren - method.size();
+      bool dotted = methodStart > 0 && text[methodStart - 1] == '.';
+      if (takesUnitSystem(method, open.back().commas + (dotted ? 1 : 0)))
+        context.kind = Context::Kind::kUnitSystem;
+    }
     return context;
   }
   std::string word = trailingName(text, 0, text.size());
@@ -151,5 +192,20 @@ std::vector<std::string> Completer::members(const std::string& variable) const {
   std::vector<std::string> names = Builtins::methodNames(object->getClass());
   for (const std::string& property : Builtins::propertyNames(object->getClass()))
     names.push_back(property);
+  return names;
+}
+
+// Unit systems get no host object and no host call lists them, so they are read as the
+// toolbox's other C++ libraries read them, through the TwUnits API that the module exports.
+// The shell runs every statement and every completion on its one thread, so the list is read
+// without the registries' lock.
+std::vector<std::string> Completer::unitSystemNames() const {
+  using Instance = TwUnits::UnitSystemManager* (*)();
+  auto instance = reinterpret_cast<Instance>(
+      module_ ? dlsym(module_.get(), kUnitSystemManagerInstance) : nullptr);
+  if (instance == nullptr) return {};
+  std::vector<std::string> names;
+  for (const auto& system : instance()->getUnitSystems())
+    names.push_back(system->getUnitSystemName());
   return names;
 }

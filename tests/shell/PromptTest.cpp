@@ -191,6 +191,10 @@ TEST(Prompt, TabCompletesMethodsAndUnitsRegisteredALineEarlier) {
   ASSERT_TRUE(shell.enters("furlong = um.registerunit('furlong', 'meter', 201.168);"));
   ASSERT_TRUE(shell.enters("um.calculateconversion('mile', 'furl\t', 1)", "ans = 8"));
   ASSERT_TRUE(shell.enters("um.calculateconversion('kilofurl\t', 'furl\t', 1)", "ans = 1000"));
+  ASSERT_TRUE(shell.enters("s=UnitSystem; s.Name='lab'; s.MassUnit='gram'; s.AmountUnit='mole';"));
+  ASSERT_TRUE(shell.enters("s.LengthUnit='meter'; s.TimeUnit='second'; s.CurrentUnit='ampere';"));
+  ASSERT_TRUE(shell.enters("s.TempUnit='kelvin'; s.LuminousIntensityUnit='candela'; s.register"));
+  ASSERT_TRUE(shell.enters("s.unregister('la\t'); unregister(s, 'MK\t'); numel(s)", "ans = 1"));
   // Several candidates and nothing they share to add: Tab lists them.
   shell.type("um.show\t");
   EXPECT_TRUE(shell.shows("showphysicalquantities  showprefixes"));
@@ -265,6 +269,7 @@ TEST(CompletionContext, FollowsTextsCommentsAndDots) {
       {"um.calculateconversion('mile', 'furl", Kind::kUnit, "furl", ""},
       {"u.composition = 'kilogram/(meter*sec", Kind::kUnit, "sec", ""},
       {"disp('it''s a ki", Kind::kUnit, "ki", ""},
+      {"unregister(s, 'MK", Kind::kUnitSystem, "MK", ""},
       {"x = 1 % 'furl", Kind::kNothing, "", ""},
       {"x = 2.5", Kind::kNothing, "", ""},
       {"a.b.c", Kind::kNothing, "", ""},
