@@ -1,8 +1,11 @@
 #include "shell/Completer.hpp"
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <cctype>
 #include <set>
+#include <utility>
 
 #include "host/FailureReport.hpp"
 #include "host/HostArray.hpp"
@@ -13,6 +16,7 @@
 #include "host/UDInterface.hpp"
 #include "host/interpreter/Builtins.hpp"
 #include "host/interpreter/Workspace.hpp"
+#include "units/UnitSystemManager.hpp"
 
 namespace {
 
@@ -62,6 +66,24 @@ std::vector<std::string> unitNames(const std::string& word) {
   return names;
 }
 
+// The registered unit systems' names. No host call lists them (registered systems have no
+// host object), so they are read through the library's C++ interface, which the loaded
+// module exports to other C++ libraries; the shell links no part of the library, so the
+// registry is found by its symbol. A module without it offers none.
+std::vector<std::string> unitSystemNames() {
+  using Instance = TwUnits::UnitSystemManager* (*)();
+  auto instance =
+      reinterpret_cast<Instance>(dlsym(RTLD_DEFAULT, "_ZN7TwUnits17UnitSystemManager8InstanceEv"));
+  std::vector<std::string> names;
+  if (instance == nullptr) return names;
+  for (const auto& system : instance()->getUnitSystems()) {
+    // Through the interface, whose calls are virtual: nothing here needs the library's code.
+    const TwUnits::UnitSystemApi& registered = *system;
+    names.push_back(registered.getUnitSystemName());
+  }
+  return names;
+}
+
 }  // namespace
 
 Completion Completer::complete(const std::string& beforeCursor) const {
@@ -77,6 +99,7 @@ Completion Completer::complete(const std::string& beforeCursor) const {
         break;
       case Context::Kind::kUnit:
         offered = unitNames(context.word);
+        for (std::string& name : unitSystemNames()) offered.push_back(std::move(name));
         break;
       case Context::Kind::kNothing:
         break;

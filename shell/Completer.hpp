@@ -4,10 +4,12 @@
 // What Tab offers at the prompt, from the text before the cursor:
 //   - at the start of an expression, the variables, the shell's functions and the classes;
 //   - after `obj.`, the methods and properties of that object's class;
-//   - inside a quoted text, the registered unit names, bare and with each registered prefix.
-// Everything is asked of the host object system at the moment of the Tab (unit and prefix
-// names through the UnitManager's "showunits" and "showprefixes"), so a unit registered a
-// line earlier completes. Nothing here ever throws: a failing host call completes nothing.
+//   - inside a quoted text, the registered unit names, bare and with each registered prefix,
+//     and the registered unit systems' names.
+// Everything is asked at the moment of the Tab (unit and prefix names of the host object
+// system, through the UnitManager's "showunits" and "showprefixes"; unit systems of the
+// library's registry), so a unit or system registered a line earlier completes. Nothing here ever
+// throws: a failing host call completes nothing.
 //
 // Example:
 //   Completer completer(interpreter.workspace());
