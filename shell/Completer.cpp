@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cctype>
 #include <set>
+#include <utility>
 
 #include "host/FailureReport.hpp"
 #include "host/HostArray.hpp"
@@ -65,8 +66,23 @@ std::vector<std::string> unitNames(const std::string& word) {
   return names;
 }
 
-// TwUnits::UnitSystemManager::Instance(), as the module exports it.
-constexpr const char* kUnitSystemManagerInstance = "_ZN7TwUnits17UnitSystemManager8InstanceEv";
+// The registered unit systems' names. No host call lists them (registered systems have no
+// host object), so they are read through the library's C++ interface, which the loaded
+// module exports to other C++ libraries; the shell links no part of the library, so the
+// registry is found by its symbol. A module without it offers none.
+std::vector<std::string> unitSystemNames() {
+  using Instance = TwUnits::UnitSystemManager* (*)();
+  auto instance =
+      reinterpret_cast<Instance>(dlsym(RTLD_DEFAULT, "_ZN7TwUnits17UnitSystemManager8InstanceEv"));
+  std::vector<std::string> names;
+  if (instance == nullptr) return names;
+  for (const auto& system : instance()->getUnitSystems()) {
+    // Through the interface, whose calls are virtual: nothing here needs the library's code.
+    const TwUnits::UnitSystemApi& registered = *system;
+    names.push_back(registered.getUnitSystemName());
+  }
+  return names;
+}
 
 // The one argument that names a unit system: UnitSystem's "unregister", after the object
 // (`s.unregister('lab')` or `unregister(s, 'lab')`).
@@ -75,11 +91,6 @@ bool takesUnitSystem(const std::string& method, std::size_t argument) {
 }
 
 }  // namespace
-
-Completer::Completer(const Workspace& workspace, const std::string& module)
-    : workspace_(workspace),
-      module_(module.empty() ? nullptr : dlopen(module.c_str(), RTLD_LAZY | RTLD_NOLOAD), dlclose) {
-}
 
 Completion Completer::complete(const std::string& beforeCursor) const {
   Context context = contextOf(beforeCursor);
@@ -94,6 +105,7 @@ Completion Completer::complete(const std::string& beforeCursor) const {
         break;
       case Context::Kind::kUnit:
         offered = unitNames(context.word);
+        for (std::string& name : unitSystemNames()) offered.push_back(std::move(name));
         break;
       case Context::Kind::kUnitSystem:
         offered = unitSystemNames();
@@ -192,20 +204,5 @@ std::vector<std::string> Completer::members(const std::string& variable) const {
   std::vector<std::string> names = Builtins::methodNames(object->getClass());
   for (const std::string& property : Builtins::propertyNames(object->getClass()))
     names.push_back(property);
-  return names;
-}
-
-// Unit systems get no host object and no host call lists them, so they are read as the
-// toolbox's other C++ libraries read them, through the TwUnits API that the module exports.
-// The shell runs every statement and every completion on its one thread, so the list is read
-// without the registries' lock.
-std::vector<std::string> Completer::unitSystemNames() const {
-  using Instance = TwUnits::UnitSystemManager* (*)();
-  auto instance = reinterpret_cast<Instance>(
-      module_ ? dlsym(module_.get(), kUnitSystemManagerInstance) : nullptr);
-  if (instance == nullptr) return {};
-  std::vector<std::string> names;
-  for (const auto& system : instance()->getUnitSystems())
-    names.push_back(system->getUnitSystemName());
   return names;
 }

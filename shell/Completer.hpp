@@ -4,22 +4,19 @@
 // What Tab offers at the prompt, from the text before the cursor:
 //   - at the start of an expression, the variables, the shell's functions and the classes;
 //   - after `obj.`, the methods and properties of that object's class;
-//   - inside a quoted text that is UnitSystem's "unregister" argument, the registered unit
-//     system names;
-//   - inside any other quoted text, the registered unit names, bare and with each registered
-//     prefix.
-// Everything is asked at the moment of the Tab, so a unit or system registered a line earlier
-// completes: unit and prefix names of the host object system (the UnitManager's "showunits"
-// and "showprefixes"); unit system names, which no host call lists, of the loaded module's
-// C++ API, as the toolbox's other libraries read them. Nothing here ever throws: a failing
-// call completes nothing.
+//   - inside a quoted text, the registered unit names, bare and with each registered prefix,
+//     and the registered unit systems' names; inside UnitSystem's "unregister" argument,
+//     those names alone.
+// Everything is asked at the moment of the Tab (unit and prefix names of the host object
+// system, through the UnitManager's "showunits" and "showprefixes"; unit systems of the
+// library's registry), so a unit or system registered a line earlier completes. Nothing here ever
+// throws: a failing host call completes nothing.
 //
 // Example:
-//   Completer completer(interpreter.workspace(), modulePath);   // where ModuleLoader found it
+//   Completer completer(interpreter.workspace());
 //   Completion offer = completer.complete("um.calculateconversion('mile', 'furl");
 //   // offer.word == "furl", offer.candidates == {"furlong"} once furlong is registered
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -40,8 +37,7 @@ class Completer {
     std::string object;  // kMember: the variable before the dot
   };
 
-  // module: the path that ModuleLoader::load loaded the module from.
-  Completer(const Workspace& workspace, const std::string& module);
+  explicit Completer(const Workspace& workspace) : workspace_(workspace) {}
 
   Completion complete(const std::string& beforeCursor) const;
 
@@ -52,9 +48,6 @@ class Completer {
  private:
   std::vector<std::string> names() const;
   std::vector<std::string> members(const std::string& variable) const;
-  std::vector<std::string> unitSystemNames() const;
 
   const Workspace& workspace_;
-  // The loaded module, held open while the Completer reads from it; null when not loaded.
-  std::unique_ptr<void, int (*)(void*)> module_;
 };

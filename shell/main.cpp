@@ -78,8 +78,7 @@ std::vector<std::string> linesOf(const std::vector<std::string>& texts) {
   return lines;
 }
 
-// module: where the units module was loaded from.
-int runSession(const ShellOptions& options, const std::string& module) {
+int runSession(const ShellOptions& options) {
   Interpreter interpreter;
   Session::Options session;
   session.echo = options.echo;
@@ -108,7 +107,7 @@ int runSession(const ShellOptions& options, const std::string& module) {
       session.prompt = isatty(STDIN_FILENO) != 0;
       if (!session.prompt || isatty(STDOUT_FILENO) == 0)
         return Session(interpreter, session).run(std::cin);
-      Completer completer(interpreter.workspace(), module);
+      Completer completer(interpreter.workspace());
       LineEditor editor(options.history ? LineEditor::historyFile() : "",
                         [&](const std::string& before) { return completer.complete(before); });
       return Session(interpreter, session).run([&] { return editor.read(); });
@@ -134,7 +133,7 @@ int main(int argc, char** argv) {
     // The module decides once, when its registries first start, whether the Java
     // layer is there: the bridge must be on before the module loads.
     if (options.events) hostSetUsingJava(true);
-    std::string module = ModuleLoader::load(
+    ModuleLoader::load(
         ModuleLoader::candidates(ZO_UNITS_BUILD_MODULE, ModuleLoader::executableDirectory()));
     hostRegisterToolboxFunctions();
     if (options.events) {
@@ -144,8 +143,8 @@ int main(int argc, char** argv) {
         hostClearJavaEventQueue();  // printed: nothing else reads the queue
       });
     }
-    int status = options.mode == ShellOptions::Mode::kConvert ? convert(options)
-                                                              : runSession(options, module);
+    int status =
+        options.mode == ShellOptions::Mode::kConvert ? convert(options) : runSession(options);
     hostSetJavaEventListener(nullptr);
     return status;
   } catch (const std::exception& failure) {

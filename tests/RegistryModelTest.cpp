@@ -36,6 +36,7 @@
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/Pristine.hpp"
 #include "tests/support/RegistrySnapshot.hpp"
+#include "units/HandOver.hpp"
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitConverterManager.hpp"
@@ -516,19 +517,6 @@ class RegistryModel : public testing::TestWithParam<int> {
       return out.str();
     }
   };
-
-  // The registry owns what it keeps, also when a listener's error follows the registration.
-  template <typename T>
-  static void handOver(std::unique_ptr<T>& object, const std::function<void()>& registration,
-                       const std::function<bool()>& kept) {
-    try {
-      registration();
-    } catch (...) {
-      if (kept()) object.release();
-      throw;
-    }
-    if (kept()) object.release();
-  }
 
   void registerDefinition(const Definition& d) {
     auto definition =

@@ -191,10 +191,15 @@ TEST(Prompt, TabCompletesMethodsAndUnitsRegisteredALineEarlier) {
   ASSERT_TRUE(shell.enters("furlong = um.registerunit('furlong', 'meter', 201.168);"));
   ASSERT_TRUE(shell.enters("um.calculateconversion('mile', 'furl\t', 1)", "ans = 8"));
   ASSERT_TRUE(shell.enters("um.calculateconversion('kilofurl\t', 'furl\t', 1)", "ans = 1000"));
-  ASSERT_TRUE(shell.enters("s=UnitSystem; s.Name='lab'; s.MassUnit='gram'; s.AmountUnit='mole';"));
-  ASSERT_TRUE(shell.enters("s.LengthUnit='meter'; s.TimeUnit='second'; s.CurrentUnit='ampere';"));
-  ASSERT_TRUE(shell.enters("s.TempUnit='kelvin'; s.LuminousIntensityUnit='candela'; s.register"));
-  ASSERT_TRUE(shell.enters("s.unregister('la\t'); unregister(s, 'MK\t'); numel(s)", "ans = 1"));
+  ASSERT_TRUE(
+      shell.enters("s = UnitSystem; s.Name = 'labsys'; s.MassUnit = 'gram'; "
+                   "s.AmountUnit = 'mole'; s.LengthUnit = 'meter'; s.TimeUnit = 'second';"));
+  ASSERT_TRUE(
+      shell.enters("s.TempUnit = 'kelvin'; s.CurrentUnit = 'ampere'; "
+                   "s.LuminousIntensityUnit = 'candela'; s.register;"));
+  ASSERT_TRUE(shell.enters("x = 'MK\t'", "x = 'MKS'"));
+  ASSERT_TRUE(shell.enters("x = 'labs\t'", "x = 'labsys'"));
+  ASSERT_TRUE(shell.enters("s.unregister('labs\t'); unregister(s, 'MK\t'); numel(s)", "ans = 1"));
   // Several candidates and nothing they share to add: Tab lists them.
   shell.type("um.show\t");
   EXPECT_TRUE(shell.shows("showphysicalquantities  showprefixes"));
