@@ -44,14 +44,27 @@ UnitMultiset& UnitMultiset::operator=(UnitMultiset&& other) noexcept {
 
 void UnitMultiset::take(UnitMultiset& other) noexcept {
   count_ = other.count_;
-  std::memcpy(room_, other.room_, sizeof room_);  // the units, or the block's address
+  if (other.inBlock()) {
+    setBlock(other.block());
+  } else {
+    std::memcpy(room_, other.room_, other.size() * sizeof(UnitBase));
+  }
   other.count_ = 0;
+}
+
+unsigned char* UnitMultiset::blockSlot() const {
+  const auto misalignment = reinterpret_cast<std::uintptr_t>(room_) % alignof(void*);
+  return const_cast<unsigned char*>(room_) + (alignof(void*) - misalignment) % alignof(void*);
 }
 
 unsigned char* UnitMultiset::block() const {
   unsigned char* address = nullptr;
-  std::memcpy(&address, room_, sizeof address);
+  std::memcpy(&address, blockSlot(), sizeof address);
   return address;
+}
+
+void UnitMultiset::setBlock(unsigned char* address) {
+  std::memcpy(blockSlot(), &address, sizeof address);
 }
 
 UnitBase* UnitMultiset::units() {
@@ -80,7 +93,7 @@ void UnitMultiset::reserve(std::size_t wanted, bool exact) {
   const std::size_t count = size();
   std::memcpy(grown + kHeader, units(), count * sizeof(UnitBase));
   if (inBlock()) ::operator delete(block());
-  std::memcpy(room_, &grown, sizeof grown);
+  setBlock(grown);
   count_ = static_cast<std::uint32_t>(count) | kInBlock;
 }
 

@@ -68,7 +68,11 @@ class UnitMultiset {
   static constexpr std::uint32_t kInBlock = 0x80000000U;
 
   bool inBlock() const { return (count_ & kInBlock) != 0; }
+  // The block's address is kept at the room's first pointer-aligned byte, where a leak
+  // checker looking for pointers finds it; the room is not aligned that far itself.
+  unsigned char* blockSlot() const;
   unsigned char* block() const;
+  void setBlock(unsigned char* address);
   UnitBase* units();
   const UnitBase* units() const;
   std::size_t capacity() const;
@@ -83,6 +87,8 @@ class UnitMultiset {
   std::uint32_t count_ = 0;
   // Up to kInside units, or the address of their heap block, which begins with its
   // capacity (a std::uint32_t) followed by the units.
+  static_assert(kInside * sizeof(UnitBase) >= sizeof(void*) + alignof(void*) - alignof(UnitBase),
+                "the room holds an aligned address wherever it lies");
   alignas(UnitBase) unsigned char room_[kInside * sizeof(UnitBase)];
 };
 
