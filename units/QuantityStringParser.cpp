@@ -484,9 +484,9 @@ struct MakeupTerm {
 
 using TermStack = std::vector<MakeupTerm>;
 
-// The 1 of "1/second": quantity and unit at the largest signed value, no prefix.
+// The 1 of "1/second": quantity and unit at the largest index a unit can hold, no prefix.
 const UnitBase& literalOne() {
-  static const UnitBase marker(2147483647u, 2147483647u, -1);
+  static const UnitBase marker(UnitBase::kIndexLimit - 1, UnitBase::kIndexLimit - 1, -1);
   return marker;
 }
 

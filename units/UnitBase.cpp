@@ -3,6 +3,7 @@
 #include <memory>
 #include <ostream>
 
+#include "host/ArgumentError.hpp"
 #include "host/Numeric.hpp"
 #include "units/UnitConverter.hpp"
 #include "units/UnitConverterManager.hpp"
@@ -21,32 +22,40 @@ void UnitBase::connectRegistries() {
 
 UnitBase::UnitBase() { connectRegistries(); }
 
-UnitBase::UnitBase(std::uint32_t quantityIndex, std::uint32_t unitIndex, std::int32_t prefixIndex)
-    : quantityIndex_(quantityIndex), unitIndex_(unitIndex), prefixIndex_(prefixIndex) {
+UnitBase::UnitBase(std::uint32_t quantityIndex, std::uint32_t unitIndex, std::int32_t prefixIndex) {
+  if (quantityIndex >= kIndexLimit || unitIndex >= kIndexLimit)
+    raiseArgumentError("unit", "must have a quantity and unit index below 16777216");
+  if (prefixIndex < -1 || prefixIndex >= kPrefixLimit)
+    raiseArgumentError("unit", "must have a prefix index from -1 to 65534");
+  const std::uint64_t bits = std::uint64_t{quantityIndex} << kQuantityShift |
+                             std::uint64_t{unitIndex} << kUnitShift |
+                             static_cast<std::uint64_t>(prefixIndex + 1);
+  high_ = static_cast<std::uint32_t>(bits >> 32);
+  low_ = static_cast<std::uint32_t>(bits);
   connectRegistries();
 }
 
 double UnitBase::operator/(const UnitBase& other) const {
   double unitFactor = 1.0;
-  if (unitIndex_ != other.unitIndex_) {
+  if (getUnitIdx() != other.getUnitIdx()) {
     std::unique_ptr<UnitConverter> converter(converters_->getQuantityUnitConverter(
-        static_cast<int>(quantityIndex_), static_cast<int>(unitIndex_),
-        static_cast<int>(other.unitIndex_)));
+        static_cast<int>(getPQIdx()), static_cast<int>(getUnitIdx()),
+        static_cast<int>(other.getUnitIdx())));
     if (!converter) raiseError(errors::ConversionDivideByZero);
     double converted = converter->doConversion(1.0);
     if (utEqualWithinEps(converted, 0.0)) raiseError(errors::ConversionDivideByZero);
     unitFactor = 1.0 / converted;
   }
-  if (prefixIndex_ == other.prefixIndex_) return unitFactor;
+  if (getPrefixIdx() == other.getPrefixIdx()) return unitFactor;
   auto multiplierOf = [](std::int32_t prefix) {
     return prefix == -1 ? 1.0 : prefixes_->getPrefixMultiplier(prefix);
   };
-  return unitFactor * utRound(multiplierOf(prefixIndex_) / multiplierOf(other.prefixIndex_));
+  return unitFactor * utRound(multiplierOf(getPrefixIdx()) / multiplierOf(other.getPrefixIdx()));
 }
 
 std::ostream& operator<<(std::ostream& out, const UnitBase& unit) {
-  return out << "Q " << unit.quantityIndex_ << " P " << unit.prefixIndex_ << " U "
-             << unit.unitIndex_ << "\n";
+  return out << "Q " << unit.getPQIdx() << " P " << unit.getPrefixIdx() << " U "
+             << unit.getUnitIdx() << "\n";
 }
 
 }  // namespace TwUnits

@@ -83,7 +83,7 @@ UnitComposition& UnitComposition::operator*=(const UnitComposition& other) {
   numerator_.insert(other.numerator_.begin(), other.numerator_.end());
   denominator_.insert(other.denominator_.begin(), other.denominator_.end());
   multiplier_ *= other.multiplier_;
-  quantityStale_ = true;
+  markQuantityStale();
   return *this;
 }
 
@@ -93,7 +93,7 @@ UnitComposition& UnitComposition::operator/=(const UnitComposition& other) {
   numerator_.insert(other.denominator_.begin(), other.denominator_.end());
   denominator_.insert(other.numerator_.begin(), other.numerator_.end());
   multiplier_ /= other.multiplier_;
-  quantityStale_ = true;
+  markQuantityStale();
   return *this;
 }
 
@@ -105,8 +105,8 @@ UnitComposition& UnitComposition::operator*=(UnitComposition&& other) {
   numerator_.merge(other.numerator_);
   denominator_.merge(other.denominator_);
   multiplier_ *= other.multiplier_;
-  quantityStale_ = true;
-  other.quantityStale_ = true;
+  markQuantityStale();
+  other.markQuantityStale();
   return *this;
 }
 
@@ -116,13 +116,13 @@ UnitComposition& UnitComposition::operator/=(UnitComposition&& other) {
   numerator_.merge(other.denominator_);
   denominator_.merge(other.numerator_);
   multiplier_ /= other.multiplier_;
-  quantityStale_ = true;
-  other.quantityStale_ = true;
+  markQuantityStale();
+  other.markQuantityStale();
   return *this;
 }
 
 UnitComposition& UnitComposition::operator^=(int n) {
-  quantityStale_ = true;
+  markQuantityStale();
   if (n < 0) std::swap(numerator_, denominator_);
   // In long long: the magnitude of INT_MIN does not fit an int.
   long long times = std::llabs(static_cast<long long>(n));
@@ -226,7 +226,6 @@ QuantityDimension UnitComposition::getDimensions() const {
 int UnitComposition::resolveQuantityType() const {
   QuantityDimension dimensions = getDimensions();
   cachedQuantityIndex_ = PhysicalQuantityManager::Instance()->getQuantityIdx(&dimensions);
-  quantityStale_ = false;
   return cachedQuantityIndex_;
 }
 
@@ -309,7 +308,7 @@ void UnitComposition::requireCurrentPrefixes() const {
 }
 
 void UnitComposition::shiftPrefixIndexesAfterRemoval(int removedPrefix) {
-  prefixNumbering_ = removedPrefixes_.size();
+  prefixNumbering_ = numbering();
   auto later = [&](const UnitBase& unit) { return unit.getPrefixIdx() > removedPrefix; };
   if (std::none_of(numerator_.begin(), numerator_.end(), later) &&
       std::none_of(denominator_.begin(), denominator_.end(), later)) {

@@ -13,7 +13,9 @@
 //   c.cancelRepeats();                      // empty, multiplier 1000
 //   c.getCompositionString();               // "dimensionless"
 
+#include <cstdint>
 #include <iosfwd>
+#include <limits>
 #include <set>
 #include <string>
 #include <vector>
@@ -72,9 +74,9 @@ class UnitComposition : public UnitCompositionApi {
   // Index of the registered quantity with these dimensions, or -1; cached until the
   // composition changes or markQuantityStale is called.
   int getCombinedUnitsQuantityType() const {
-    return quantityStale_ ? resolveQuantityType() : cachedQuantityIndex_;
+    return cachedQuantityIndex_ == kStale ? resolveQuantityType() : cachedQuantityIndex_;
   }
-  void markQuantityStale() { quantityStale_ = true; }
+  void markQuantityStale() { cachedQuantityIndex_ = kStale; }
   QuantityDimension getDimensions() const;
   // The prefix index of the prefix that begins the unit name (-1 for none).
   int getPrefixIdx(const std::string& unitName) const;
@@ -112,12 +114,14 @@ class UnitComposition : public UnitCompositionApi {
   UnitSet numerator_;
   UnitSet denominator_;
   double multiplier_ = 1.0;
-  mutable bool quantityStale_ = true;
-  mutable int cachedQuantityIndex_ = -1;
+  // The quantity found for these units, or kStale until it is looked up again.
+  static constexpr int kStale = std::numeric_limits<int>::min();
+  mutable int cachedQuantityIndex_ = kStale;
   // The prefix index removed by each removal so far, in order; a composition knows how
   // many of them its prefix indexes have followed.
   static std::vector<int> removedPrefixes_;
-  std::size_t prefixNumbering_ = removedPrefixes_.size();
+  std::uint32_t prefixNumbering_ = numbering();
+  static std::uint32_t numbering() { return static_cast<std::uint32_t>(removedPrefixes_.size()); }
 };
 
 // A debugging dump: multiplier, then every numerator and denominator unit.

@@ -3,17 +3,19 @@
 // File: UnitMultiset.hpp
 // The ordered multiset of units that a composition's numerator or denominator is:
 // units in UnitBase order (quantity, then unit; prefixes take no part), and units of
-// equivalent keys in the order they were added. It is kept as a sorted vector with room
-// for a few units inside, since compositions mostly hold a few units and are copied,
-// combined and cached by the thousand.
+// equivalent keys in the order they were added. It is kept as a sorted array with room
+// for three units inside and 40 bytes in all, since compositions mostly hold a few units
+// and are copied, combined and cached by the thousand; more units take one heap block,
+// sized exactly when the set is copied (as into the cache).
 //
 // Example:
 //   UnitMultiset units{UnitBase(2, 0, 3), UnitBase(1, 0, -1)};   // gram, kilometer
 //   units.insert(UnitBase(2, 0, -1));                           // gram, kilometer, meter
 
-#include <boost/container/small_vector.hpp>
+#include <cstdint>
 #include <initializer_list>
 #include <set>
+#include <type_traits>
 
 #include "units/UnitBase.hpp"
 
@@ -22,20 +24,23 @@ namespace TwUnits {
 class UnitMultiset {
  public:
   using value_type = UnitBase;
-  using Storage = boost::container::small_vector<UnitBase, 3>;
-  using const_iterator = Storage::const_iterator;
+  using const_iterator = const UnitBase*;
   using iterator = const_iterator;
 
   UnitMultiset() = default;
   UnitMultiset(std::initializer_list<UnitBase> units) { insert(units.begin(), units.end()); }
-  explicit UnitMultiset(const std::multiset<UnitBase>& units)
-      : units_(units.begin(), units.end()) {}
+  explicit UnitMultiset(const std::multiset<UnitBase>& units);
+  UnitMultiset(const UnitMultiset& other);
+  UnitMultiset(UnitMultiset&& other) noexcept { take(other); }
+  UnitMultiset& operator=(const UnitMultiset& other);
+  UnitMultiset& operator=(UnitMultiset&& other) noexcept;
+  ~UnitMultiset() { releaseBlock(); }
 
-  const_iterator begin() const { return units_.begin(); }
-  const_iterator end() const { return units_.end(); }
-  std::size_t size() const { return units_.size(); }
-  bool empty() const { return units_.empty(); }
-  void clear() { units_.clear(); }
+  const_iterator begin() const { return units(); }
+  const_iterator end() const { return units() + size(); }
+  std::size_t size() const { return count_ & ~kInBlock; }
+  bool empty() const { return size() == 0; }
+  void clear() { setSize(0); }
 
   // Adds the unit after every unit equivalent to it.
   const_iterator insert(const UnitBase& unit);
@@ -46,19 +51,45 @@ class UnitMultiset {
   }
   // Moves every unit of the other set in, as insert does, and empties it.
   void merge(UnitMultiset& other);
-  const_iterator erase(const_iterator position) {  // NOLINT(performance-unnecessary-value-param)
-    return units_.erase(position);
-  }
+  const_iterator erase(const_iterator position);
   // Each unit `times` times in a row, in order; none for 0.
   void repeat(long long times);
   // Replaces every unit by rewrite(unit); the rewrite must keep the units' order.
   template <typename Rewrite>
   void rewrite(Rewrite rewrite) {
-    for (UnitBase& unit : units_) unit = rewrite(unit);
+    UnitBase* unit = units();
+    for (std::size_t i = 0; i < size(); ++i) unit[i] = rewrite(unit[i]);
   }
 
  private:
-  Storage units_;
+  static_assert(std::is_trivially_copyable_v<UnitBase>, "units are moved as bytes");
+  static constexpr std::size_t kInside = 3;
+  // Set in count_ when the units are in a heap block.
+  static constexpr std::uint32_t kInBlock = 0x80000000U;
+
+  bool inBlock() const { return (count_ & kInBlock) != 0; }
+  // The block's address is kept at the room's first pointer-aligned byte, where a leak
+  // checker looking for pointers finds it; the room is not aligned that far itself.
+  unsigned char* blockSlot() const;
+  unsigned char* block() const;
+  void setBlock(unsigned char* address);
+  UnitBase* units();
+  const UnitBase* units() const;
+  std::size_t capacity() const;
+  void setSize(std::size_t size) {
+    count_ = static_cast<std::uint32_t>(size) | (count_ & kInBlock);
+  }
+  // Room for at least `wanted` units, the units kept; `exact` takes no more than that.
+  void reserve(std::size_t wanted, bool exact = false);
+  void releaseBlock();
+  void take(UnitMultiset& other) noexcept;
+
+  std::uint32_t count_ = 0;
+  // Up to kInside units, or the address of their heap block, which begins with its
+  // capacity (a std::uint32_t) followed by the units.
+  static_assert(kInside * sizeof(UnitBase) >= sizeof(void*) + alignof(void*) - alignof(UnitBase),
+                "the room holds an aligned address wherever it lies");
+  alignas(UnitBase) unsigned char room_[kInside * sizeof(UnitBase)];
 };
 
 }  // namespace TwUnits

@@ -12,6 +12,7 @@
 #include "units/PhysicalQuantityManager.hpp"
 #include "units/RegistryHooks.hpp"
 #include "units/RegistryLock.hpp"
+#include "units/UnitBase.hpp"
 #include "units/UnitChangeEvent.hpp"
 #include "units/UnitComposition.hpp"
 #include "units/UnitManager.hpp"
@@ -136,6 +137,9 @@ void UnitPrefixManager::registerPrefix(UnitPrefixApi* prefixApi) {
   auto* prefix = dynamic_cast<UnitPrefix*>(prefixApi);
   if (prefix == nullptr) throw std::invalid_argument("registerPrefix needs a TwUnits::UnitPrefix");
   if (verifyUnitPrefix(prefix)) return;  // the same prefix is registered; the caller keeps this one
+  // A composition's unit holds its prefix's index in 16 bits.
+  if (prefixes_.size() >= static_cast<std::size_t>(UnitBase::kPrefixLimit))
+    raiseArgumentError("prefix", "cannot be registered: 65535 prefixes are, the most there can be");
   Announcement announcement;
   attachChangeGuard(prefix);
   prefixes_.emplace_back(prefix);
