@@ -33,21 +33,14 @@ TEST(CParseTree, PostfixFollowsPrecedenceLeftGroupingAndFoldedMinus) {
     Tokens postfix;
   } cases[] = {
       {"kilogram*meter/second^2", {"kilogram", "meter", "*", "second", "2", "^", "/"}},
-      {"(kilogram*meter^2)/(ampere*second^3)",
-       {"kilogram", "meter", "2", "^", "*", "ampere", "second", "3", "^", "*", "/"}},
       {"liter/meter*meter", {"liter", "meter", "/", "meter", "*"}},
-      {"1/second", {"1", "second", "/"}},
       {"a^b^c", {"a", "b", "^", "c", "^"}},
       {"a-b-c", {"a", "b", "-", "c", "-"}},
       {"a+b*c^d", {"a", "b", "c", "d", "^", "*", "+"}},
-      {"a^b*c+d", {"a", "b", "^", "c", "*", "d", "+"}},
-      {"meter^0", {"meter", "0", "^"}},
-      {"(2)", {"2"}},
       {"((((meter))))", {"meter"}},
       {" \tm_2 *\t_x ", {"m_2", "_x", "*"}},
       {"2.5*.5*2.*1e-3*1E+3", {"2.5", ".5", "*", "2.", "*", "1e-3", "*", "1E+3", "*"}},
       {"second^-1", {"second", "-1", "^"}},
-      {"-2", {"-2"}},
       {"-.5e-2", {"-.5e-2"}},
       {"2*-3", {"2", "-3", "*"}},
       {"2 - -3", {"2", "-3", "-"}},
@@ -65,25 +58,17 @@ TEST(CParseTree, SyntaxErrorsNameTokenAndColumn) {
     const char* message;
   } cases[] = {
       {nullptr, "unexpected end of text at column 1"},
-      {"  ", "unexpected end of text at column 3"},
       {"meter*", "unexpected end of text at column 7"},
-      {"(meter", "unexpected end of text at column 7"},
       {"(meter))", "unexpected ')' at column 8"},
-      {"*", "unexpected '*' at column 1"},
       {"()", "unexpected ')' at column 2"},
       {"meter second", "unexpected 'second' at column 7"},
-      {"me ter^", "unexpected 'ter' at column 4"},
-      {"2 3", "unexpected '3' at column 3"},
       {"meter**2", "unexpected '*' at column 7"},
       {"meter(2)", "unexpected '(' at column 6"},
       {"me#ter", "unexpected character '#' at column 3"},
       {"a.b", "unexpected character '.' at column 2"},
       {"1.5.2", "unexpected '.2' at column 4"},
       {"2e", "unexpected 'e' at column 2"},
-      {"1e+3e", "unexpected 'e' at column 5"},
       {"-meter", "unexpected '-' at column 1"},
-      {"-(2)", "unexpected '-' at column 1"},
-      {"- 2", "unexpected '-' at column 1"},
       {"--2", "unexpected '-' at column 1"},
       {"second^+1", "unexpected '+' at column 8"},
       {"meter\n", "unexpected byte 0x0A at column 6"},
@@ -105,6 +90,7 @@ TEST(CParseTree, EveryByteOutsideTheGrammarIsRejected) {
   }
 }
 
+// postFix appends to what the list holds, and gives nothing before init or after a failed one.
 TEST(CParseTree, PostFixAppendsAndAFailedParseYieldsNothing) {
   CParseTree tree("a*b");
   Tokens tokens{"kept"};
@@ -121,7 +107,8 @@ TEST(CParseTree, PostFixAppendsAndAFailedParseYieldsNothing) {
   EXPECT_EQ(tokens.size(), 4u);
 }
 
-TEST(CParseTree, DeepNestingNeedsNoStack) {
+// Nesting and length are bounded by memory only: the parser does not recurse.
+TEST(CParseTree, DeepNestingAndLongTextsNeedNoStack) {
   for (std::size_t depth : {10000u, 1000000u}) {
     SCOPED_TRACE(depth);
     const std::string open(depth, '('), close(depth, ')');
@@ -131,13 +118,9 @@ TEST(CParseTree, DeepNestingNeedsNoStack) {
     EXPECT_EQ(parseError(open + "meter" + close + ")"),
               "unexpected ')' at column " + std::to_string(2 * depth + 6));
   }
-}
-
-TEST(CParseTree, LongTextKeepsLeftGrouping) {
-  const std::size_t terms = 250000;  // a text of 1 MB
-  std::string text = "abc";
+  std::string text = "abc";  // 250,000 terms, 1 MB
   Tokens expected{"abc"};
-  for (std::size_t i = 1; i < terms; ++i) {
+  for (std::size_t i = 1; i < 250000; ++i) {
     text += i % 2 ? "*def" : "/ghi";
     expected.insert(expected.end(), {i % 2 ? "def" : "ghi", i % 2 ? "*" : "/"});
   }

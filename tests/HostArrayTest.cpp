@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -16,14 +15,7 @@ namespace {
 
 using ClassId = HostArray::ClassId;
 
-// Counts how often its objects are freed.
-class CountingClass : public UDClass {
- public:
-  void destroyObject(UDInterface*) override { ++destroyed; }
-  int destroyed = 0;
-};
-
-TEST(HostArray, CreatorsGiveClassAndShape) {
+TEST(HostArray, CreatorsGiveClassShapeAndZeros) {
   const std::size_t cube[] = {2, 3, 4};
   struct Case {
     const char* name;
@@ -31,23 +23,16 @@ TEST(HostArray, CreatorsGiveClassAndShape) {
     ClassId classId;
     std::size_t m, n, dims;
   } cases[] = {
-      {"double matrix", [] { return HostArray::createDoubleMatrix(2, 3); }, ClassId::Double, 2, 3,
-       2},
-      {"double scalar", [] { return HostArray::createDoubleScalar(7); }, ClassId::Double, 1, 1, 2},
-      {"string", [] { return HostArray::createString("abc"); }, ClassId::Char, 1, 3, 2},
       {"empty string", [] { return HostArray::createString(""); }, ClassId::Char, 1, 0, 2},
       {"null string", [] { return HostArray::createString(nullptr); }, ClassId::Char, 0, 0, 2},
       {"no strings", [] { return HostArray::createCharMatrixFromStrings(0, nullptr); },
        ClassId::Char, 0, 0, 2},
-      {"logical 3-D", [&] { return HostArray::createLogicalArray(3, cube); }, ClassId::Logical, 2,
-       12, 3},
-      {"logical 1-D", [&] { return HostArray::createLogicalArray(1, cube); }, ClassId::Logical, 2,
-       1, 2},
-      {"logical scalar", [] { return HostArray::createLogicalScalar(true); }, ClassId::Logical, 1,
-       1, 2},
+      {"logical 3-D: columns fold", [&] { return HostArray::createLogicalArray(3, cube); },
+       ClassId::Logical, 2, 12, 3},
+      {"logical 1-D: a column", [&] { return HostArray::createLogicalArray(1, cube); },
+       ClassId::Logical, 2, 1, 2},
       {"int32", [] { return HostArray::createInt32Matrix(3, 2); }, ClassId::Int32, 3, 2, 2},
-      {"cell", [] { return HostArray::createCellMatrix(2, 1); }, ClassId::Cell, 2, 1, 2},
-      {"no handles", [] { return HostArray::createHandleArray({}); }, ClassId::Handle, 0, 0, 2},
+      {"double", [] { return HostArray::createDoubleMatrix(2, 3); }, ClassId::Double, 2, 3, 2},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
@@ -56,45 +41,34 @@ TEST(HostArray, CreatorsGiveClassAndShape) {
     EXPECT_EQ(array->getM(), c.m);
     EXPECT_EQ(array->getN(), c.n);
     EXPECT_EQ(array->getNumberOfDimensions(), c.dims);
-    EXPECT_EQ(array->getNumberOfElements(), c.m * c.n);
     EXPECT_EQ(array->isEmpty(), c.m * c.n == 0);
+    for (std::size_t i = 0; i < c.m * c.n; ++i) {
+      if (c.classId == ClassId::Logical) EXPECT_FALSE(array->getLogicals()[i]);
+      if (c.classId == ClassId::Int32) EXPECT_EQ(array->getInt32s()[i], 0);
+      if (c.classId == ClassId::Double) EXPECT_EQ(array->getPr()[i], 0.0);
+    }
   }
-}
-
-TEST(HostArray, NumericArraysStartAtZeroAndOnlyTheirClassHasData) {
-  HostArrayPtr doubles(HostArray::createDoubleMatrix(2, 2)),
-      ints(HostArray::createInt32Matrix(1, 3));
-  const std::size_t dims[] = {2, 2, 2};
-  HostArrayPtr logicals(HostArray::createLogicalArray(3, dims));
-  EXPECT_EQ(std::vector<double>(doubles->getPr(), doubles->getPr() + 4), std::vector<double>(4));
-  EXPECT_EQ(std::vector<int>(ints->getInt32s(), ints->getInt32s() + 3), std::vector<int>(3));
-  EXPECT_EQ(std::count(logicals->getLogicals(), logicals->getLogicals() + 8, true), 0);
-  EXPECT_TRUE(doubles->getInt32s() == nullptr && ints->getPr() == nullptr);
-  EXPECT_TRUE(ints->getLogicals() == nullptr && logicals->getPr() == nullptr);
-  EXPECT_EQ(HostArrayPtr(HostArray::createDoubleScalar(2.5))->getPr()[0], 2.5);
 }
 
 TEST(HostArray, CharMatrixPadsShorterRowsWithBlanks) {
   const char* const texts[] = {"m", "km", nullptr, "abc"};
   HostArrayPtr names(HostArray::createCharMatrixFromStrings(4, texts));
-  ASSERT_EQ(names->getM(), 4u);
   ASSERT_EQ(names->getN(), 3u);
   const char* const rows[] = {"m  ", "km ", "   ", "abc"};
   for (std::size_t r = 0; r < 4; ++r) EXPECT_EQ(names->getStringRow(r), rows[r]);
-  EXPECT_EQ(names->getString(), "m  km    abc");
+  EXPECT_EQ(names->getString(), "m  km    abc");  // column-major
   EXPECT_THROW(names->getStringRow(4), std::out_of_range);
-  EXPECT_EQ(HostArrayPtr(HostArray::createString("meter"))->getString(), "meter");
   EXPECT_EQ(HostArrayPtr(HostArray::createDoubleScalar(1))->getString(), "");
 }
 
+// Cells own their elements (a replaced one is freed) and copy them deeply.
 TEST(HostArray, CellsOwnTheirElementsAndCopiesAreDeep) {
   HostArrayPtr cell(HostArray::createCellMatrix(1, 2));
   EXPECT_EQ(cell->getCell(1), nullptr);
   cell->setCell(0, HostArray::createString("old"));
-  cell->setCell(0, HostArray::createString("new"));  // the old one is freed
+  cell->setCell(0, HostArray::createString("new"));
   cell->setCell(1, HostArray::createDoubleScalar(1));
   EXPECT_THROW(cell->setCell(2, HostArray::createDoubleScalar(2)), std::out_of_range);
-
   HostArrayPtr copy(cell->duplicate());
   cell->getCell(1)->getPr()[0] = 5;
   cell->setCell(0, nullptr);
@@ -102,45 +76,42 @@ TEST(HostArray, CellsOwnTheirElementsAndCopiesAreDeep) {
   EXPECT_EQ(copy->getCell(1)->getPr()[0], 1);
 }
 
+// A handle array, and each copy of it, holds a reference of its own to every object.
 TEST(HostArray, HandleArraysHoldTheirOwnReferences) {
-  CountingClass cls;
+  struct CountingClass : UDClass {
+    void destroyObject(UDInterface*) override { ++destroyed; }
+    int destroyed = 0;
+  } cls;
   int library = 0;
   UDInterface* first = new UDInterface(&library, &cls, nullptr);
   UDInterface* second = new UDInterface(&library, &cls, nullptr);
   HostArrayPtr handles(HostArray::createHandleArray({first, second}));
   first->release();
   second->release();
-  ASSERT_EQ(cls.destroyed, 0);
   EXPECT_EQ(handles->getM(), 1u);
   EXPECT_EQ(handles->getHandle(1), second);
-
   HostArrayPtr copy(handles->duplicate());
   handles.reset();
   EXPECT_EQ(cls.destroyed, 0);
-  EXPECT_EQ(copy->getHandle(0)->getLifecycleState(), UDInterface::kCreated);
   copy.reset();
   EXPECT_EQ(cls.destroyed, 2);
 }
 
-TEST(HostVector, KeepsOrderAndNeverOwns) {
+TEST(HostVectors, VectorKeepsOrderAndStringVectorKeepsCopies) {
   int a = 1, b = 2, c = 3;
   Vector elements;
   for (int* element : {&a, &b, &c}) elements.addElement(element);
   elements.removeElementAt(1);
   ASSERT_EQ(elements.size(), 2);
-  EXPECT_EQ(elements.elementAt(0), &a);
   EXPECT_EQ(elements.elementAt(1), &c);
   EXPECT_THROW(elements.elementAt(2), std::out_of_range);
   EXPECT_THROW(elements.removeElementAt(-1), std::out_of_range);
-}
 
-TEST(HostStringVector, KeepsCopies) {
   char buffer[] = "meter";
   StringVector names;
   names.addElement(buffer);
   names.addElement(nullptr);
   buffer[0] = 'p';
-  ASSERT_EQ(names.size(), 2);
   EXPECT_STREQ(names.elementAt(0), "meter");
   EXPECT_STREQ(names.elementAt(1), "");
   EXPECT_THROW(names.elementAt(2), std::out_of_range);
