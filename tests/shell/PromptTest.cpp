@@ -167,16 +167,25 @@ class Terminal {
   std::size_t seen_ = 0;
 };
 
-TEST(Prompt, UpRecallsThePreviousStatementInThisSessionAndTheNext) {
+// Ctrl-C abandons the line (kept out of the history), Up recalls the previous statement in
+// this session and the next, Ctrl-D ends the session.
+TEST(Prompt, CtrlCAbandonsTheLineUpRecallsAndCtrlDEnds) {
   TemporaryHome home;
   {
     Terminal shell(home);
+    ASSERT_TRUE(shell.prompts());
+    shell.type("undefinedname");
+    ASSERT_TRUE(shell.shows("undefinedname"));
+    shell.type(kCtrlC);
+    ASSERT_TRUE(shell.shows("^C"));
     ASSERT_TRUE(shell.prompts());
     ASSERT_TRUE(shell.enters("numel([1 2 3])", "ans = 3"));
     ASSERT_TRUE(shell.enters(kUp, "ans = 3"));
     shell.type(kCtrlD);
     EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();
+    EXPECT_EQ(shell.screen().find("Error"), std::string::npos) << shell.screen();
   }
+  EXPECT_EQ(home.historyText().find("undefinedname"), std::string::npos);
   Terminal next(home);
   ASSERT_TRUE(next.prompts());
   EXPECT_TRUE(next.enters(kUp, "ans = 3"));
@@ -208,22 +217,6 @@ TEST(Prompt, TabCompletesMethodsAndUnitsRegisteredALineEarlier) {
   ASSERT_TRUE(shell.prompts());
   shell.type(kCtrlD);
   EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();  // and nothing leaked, in a sanitizer build
-}
-
-TEST(Prompt, CtrlCAbandonsTheLineAndCtrlDEndsTheSession) {
-  TemporaryHome home;
-  Terminal shell(home);
-  ASSERT_TRUE(shell.prompts());
-  shell.type("undefinedname");
-  ASSERT_TRUE(shell.shows("undefinedname"));
-  shell.type(kCtrlC);
-  ASSERT_TRUE(shell.shows("^C"));
-  ASSERT_TRUE(shell.prompts());
-  ASSERT_TRUE(shell.enters("numel([1 2])", "ans = 2"));
-  shell.type(kCtrlD);
-  EXPECT_EQ(shell.exitStatus(), 0) << shell.screen();
-  EXPECT_EQ(shell.screen().find("Error"), std::string::npos) << shell.screen();
-  EXPECT_EQ(home.historyText().find("undefinedname"), std::string::npos);
 }
 
 TEST(Prompt, HistoryIsWrittenOnlyAtATerminalAndKeepsTheLatestStatements) {
