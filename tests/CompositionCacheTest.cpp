@@ -4,6 +4,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "units/CompositionCache.hpp"
 
@@ -21,49 +22,27 @@ double tagOf(const UnitComposition* composition) {
   return composition == nullptr ? -1.0 : composition->getMultiplier();
 }
 
-TEST(CompositionCache, FindInsertAssignErase) {
+TEST(CompositionCache, InsertKeepsAssignReplaces) {
   CompositionCache cache;
-  EXPECT_EQ(cache.find("meter"), nullptr);
   UnitComposition* meter = cache.insert("meter", tagged(1.0));
-  EXPECT_EQ(cache.find("meter"), meter);
-  EXPECT_TRUE(cache.contains("meter"));
-  EXPECT_FALSE(cache.contains("meters"));
-  EXPECT_FALSE(cache.contains("mete"));
-
-  EXPECT_EQ(cache.insert("meter", tagged(2.0)), meter) << "insert keeps the stored composition";
+  EXPECT_EQ(cache.insert("meter", tagged(2.0)), meter);
   EXPECT_EQ(tagOf(cache.find("meter")), 1.0);
-  EXPECT_EQ(tagOf(cache.assign("meter", tagged(3.0))), 3.0) << "assign replaces it";
-  EXPECT_EQ(tagOf(cache.find("meter")), 3.0);
+  EXPECT_EQ(tagOf(cache.assign("meter", tagged(3.0))), 3.0);
   EXPECT_EQ(tagOf(cache.assign("second", tagged(4.0))), 4.0) << "assign inserts a new text";
-  EXPECT_EQ(cache.size(), 2u);
-
-  EXPECT_TRUE(cache.erase("meter"));
-  EXPECT_FALSE(cache.erase("meter"));
-  EXPECT_EQ(cache.find("meter"), nullptr);
-  EXPECT_EQ(tagOf(cache.find("second")), 4.0);
-  EXPECT_EQ(cache.size(), 1u);
+  EXPECT_TRUE(cache.contains("meter"));
+  EXPECT_FALSE(cache.contains("mete"));
 }
 
 TEST(CompositionCache, TextsDifferingInOneByteOrInLengthAreDistinct) {
   // Every length up to two words, so each way of reading a tail is used.
-  const std::string texts[] = {"",
-                               "a",
-                               "ab",
-                               "abc",
-                               "abcd",
-                               "abcde",
-                               "abcdef",
-                               "abcdefg",
-                               "abcdefgh",
-                               "abcdefghi",
-                               "abcdefghij",
-                               "kilogram/(meter*second^2)",
-                               "kilogram/(meter*second^3)",
-                               "kilogram/(meter*second^2) ",
-                               "\tkilogram/(meter*second^2)",
-                               "b",
-                               "ba",
-                               "abd"};
+  std::vector<std::string> texts = {"kilogram/(meter*second^2)",
+                                    "kilogram/(meter*second^3)",
+                                    "kilogram/(meter*second^2) ",
+                                    "\tkilogram/(meter*second^2)",
+                                    "b",
+                                    "ba",
+                                    "abd"};
+  for (std::size_t n = 0; n <= 10; ++n) texts.push_back(std::string("abcdefghij", n));
   CompositionCache cache;
   double tag = 0.0;
   for (const std::string& text : texts) cache.insert(text, tagged(++tag));

@@ -118,29 +118,6 @@ PRISTINE_TEST_F(UnitRegistry, RefusedRegistrationsChangeNothingAndAnnounceNothin
   EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 201.168);
 }
 
-PRISTINE_TEST_F(UnitRegistry, NewUnitsOfDerivedBaseAndNewQuantities) {
-  listen();
-  add("furlong", "meter", 201.168);
-  add("kph", "kilometer/hour");
-  add("hyper", "meter^5", 2.0);
-  EXPECT_EQ(calls, (std::vector<std::string>{"+furlong", "+kph", "+hyper"}));
-  EXPECT_EQ(units->getUnitIndexAndPhysQuantIndex("furlong"), UnitManager::UnitAddress(2, 6));
-  EXPECT_EQ(units->getUnitIndexAndPhysQuantIndex("kph"), UnitManager::UnitAddress(10, 0));
-  EXPECT_EQ(units->getUnitPhysicalQuantityType("hyper"), 37);
-  EXPECT_STREQ(PhysicalQuantityManager::Instance()->getQuantityDimension(37)->getName(),
-               "Unnamed_Quant_1");
-  EXPECT_DOUBLE_EQ(convert("furlong", "foot"), 201.168 / 0.3048);
-  EXPECT_DOUBLE_EQ(convert("kph", "meter/second", 36.0), 10.0);
-  EXPECT_DOUBLE_EQ(convert("hyper", "meter^5"), 2.0);
-  EXPECT_FALSE(units->isUnitBuiltin("furlong"));
-  EXPECT_EQ(units->getUnitCompositionAsString(10, "kph"), "kilometer/hour");
-  EXPECT_EQ(units->getUnitCompositionAsString(2, "furlong"), "meter");
-  // a base-quantity unit whose composition cancels down is stored cancelled
-  add("kmish", "kilometer*second/second");
-  EXPECT_EQ(units->getUnitRepresentation("kmish")->getCompositionString(), "kilometer");
-  EXPECT_DOUBLE_EQ(convert("kmish", "meter"), 1000.0);
-}
-
 PRISTINE_TEST_F(UnitRegistry, PrefixedNameOrTheSameDefinitionAgainStoresAndAnnouncesNothing) {
   add("furlong", "meter", 201.168);
   listen();
@@ -193,17 +170,6 @@ PRISTINE_TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMi
   std::unique_ptr<UnitComposition> fresh(parser->createUnitCompFromString("wzbmeter/second"));
   *fresh *= meter;
   EXPECT_EQ(fresh->getCompositionString(), "meter*wzbmeter/second");
-}
-
-PRISTINE_TEST_F(UnitRegistry, RedefiningAUnitInUseWarnsThenFailsAndKeepsTheOld) {
-  add("furlong", "meter", 201.168);
-  add("fph", "furlong/hour");
-  WarningCapture warnings;
-  UnitRepresentation definition("furlong", "meter", 200.0, 0.0, true);
-  EXPECT_UNIT_ERROR(units->registerUnit(&definition), "Unit:BeingUsed",
-                    "Cannot unregister unit because it is being used by unit 'fph'.");
-  EXPECT_EQ(warnings.identifiers(), std::vector<std::string>{"Unit:Redefining"});
-  EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 201.168);
 }
 
 PRISTINE_TEST_F(UnitRegistry, RegisteredUnitsRefuseEveryChange) {
@@ -283,45 +249,6 @@ PRISTINE_TEST_F(UnitRegistry, BaseQuantityUnitsAreStoredInBaseUnitsWithTheirTrue
   }
 }
 
-PRISTINE_TEST_F(UnitRegistry, AnOffsetIsWrittenAgainstTheUnitNamedAsTheComposition) {
-  // A unit on a user temperature unit keeps that unit's offset and scales its own.
-  WarningCapture quiet;
-  add("mycelsius", "kelvin", 1.0, 273.15);
-  add("myfahrenheit", "mycelsius", 5.0 / 9.0, -160.0 / 9.0);
-  add("halfcelsius", "mycelsius", 0.5, 10.0);
-  add("fromfahrenheit", "fahrenheit", 2.0, 1.0);
-  struct Case {
-    const char* from;
-    double value;
-    const char* to;
-    double expected;
-  } cases[] = {
-      {"mycelsius", 100.0, "kelvin", 373.15},      {"myfahrenheit", 212.0, "kelvin", 373.15},
-      {"myfahrenheit", 98.6, "fahrenheit", 98.6},  {"kelvin", 273.15, "myfahrenheit", 32.0},
-      {"halfcelsius", 20.0, "celsius", 20.0},      {"halfcelsius", 20.0, "myfahrenheit", 68.0},
-      {"fromfahrenheit", 5.0, "fahrenheit", 11.0},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.from + std::string(" -> ") + c.to);
-    EXPECT_NEAR(convert(c.from, c.to, c.value), c.expected, 1e-9);
-  }
-}
-
-PRISTINE_TEST_F(UnitRegistry, DeprecatedTemperatureUnitsWarnOnEveryUse) {
-  WarningCapture warnings;
-  for (int i = 0; i < 2; ++i) {
-    EXPECT_NE(units->verifyUnitCompositionString("celsius"), nullptr);
-    units->verifyUnitCompositionString("Celsius");
-    units->verifyUnitCompositionString("fahrenheit");
-    units->verifyUnitCompositionString("kelvin");
-  }
-  EXPECT_EQ(warnings.identifiers().size(), 6u);
-  EXPECT_EQ(warnings.texts()[0],
-            "The temperature unit 'celsius' has been removed. Use kelvin instead.");
-  EXPECT_EQ(warnings.texts()[2],
-            "The temperature unit 'fahrenheit' has been removed. Use kelvin instead.");
-}
-
 PRISTINE_TEST_F(UnitRegistry, TimeUnits) {
   for (const char* text : {"second", "hour", "day", "millisecond", "minute*meter/meter"}) {
     EXPECT_NO_THROW(units->validateTimeUnits(text)) << text;
@@ -348,45 +275,6 @@ PRISTINE_TEST_F(UnitRegistry, Queries) {
             PhysicalQuantityManager::Instance()->getQuantityDimensionApi(17));
   EXPECT_EQ(units->getQuantityDimensionFromComposition("furlongs"), nullptr);
   EXPECT_EQ(units->getQuantityIdxFromCompositionString("mole/liter"), 14);
-}
-
-PRISTINE_TEST_F(UnitRegistry, RemovingAPrefixReindexesCompositionsUsingLaterPrefixes) {
-  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
-  prefixes->registerPrefix(new UnitPrefix("zz", 5, ""));
-  add("zstep", "zzmeter");
-  EXPECT_DOUBLE_EQ(convert("myriameter", "meter"), 1e4);
-  prefixes->unregisterPrefix("myria");
-  EXPECT_EQ(units->getCachedComposition("myriameter"), nullptr);
-  EXPECT_DOUBLE_EQ(convert("zstep", "meter"), 1e5);
-  EXPECT_EQ(units->getUnitComposition(2, "zstep")->getCompositionString(), "zzmeter");
-  EXPECT_UNIT_ERROR_ID(convert("myriameter", "meter"), "Unit:NotFound");
-}
-
-PRISTINE_TEST_F(UnitRegistry, RemovingAPrefixForgetsTextsThatCarriedItInTheirMultiplier) {
-  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
-  EXPECT_DOUBLE_EQ(convert("myriahertz", "hertz"), 1e4);
-  EXPECT_DOUBLE_EQ(convert("myriahertz*second", "dimensionless"), 1e4);
-  prefixes->unregisterPrefix("myria");
-  EXPECT_EQ(units->getCachedComposition("myriahertz"), nullptr);
-  EXPECT_UNIT_ERROR(convert("myriahertz", "hertz"), "Unit:NotFound",
-                    "Referenced unit 'myriahertz' does not exist.");
-  EXPECT_UNIT_ERROR_ID(convert("myriahertz*second", "dimensionless"), "Unit:NotFound");
-  EXPECT_DOUBLE_EQ(convert("hertz", "1/second"), 1.0);
-}
-
-PRISTINE_TEST_F(UnitRegistry, ANewPrefixLeavesWhatATextMeansAndReadsItsOwn) {
-  // A prefix that sorts before another whose name it begins ("my" and "myria") takes only
-  // the texts that it leaves a unit of.
-  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-  prefixes->registerPrefix(new UnitPrefix("myria", 4, ""));
-  EXPECT_DOUBLE_EQ(convert("myriameter/second", "meter/second"), 1e4);
-  prefixes->registerPrefix(new UnitPrefix("my", 5, ""));
-  EXPECT_DOUBLE_EQ(convert("myriameter/second", "meter/second"), 1e4);
-  EXPECT_DOUBLE_EQ(convert("mymeter", "meter"), 1e5);
-  EXPECT_UNIT_ERROR(convert("myriafurlong", "meter"), "Unit:NotFound",
-                    "Referenced unit 'furlong' does not exist.");
 }
 
 PRISTINE_TEST_F(UnitRegistry, ErrorPathsLeakNothing) {
