@@ -12,9 +12,6 @@
 #include "host/ErrorIdException.hpp"
 #include "host/HostArray.hpp"
 #include "host/Memory.hpp"
-#include "host/NintsDataType.hpp"
-#include "host/StringVector.hpp"
-#include "host/StringVectorType.hpp"
 #include "host/UDApplication.hpp"
 #include "host/UDApplicationManager.hpp"
 #include "host/UDBreadthOnlyIterator.hpp"
@@ -61,7 +58,7 @@ void* hostAllocated(T value) {
 double numberAt(void** args, int i) { return *static_cast<double*>(args[i]); }
 
 // Class, size and contents in one line, e.g. "double 1x2 [1 -2]"; handles show the
-// gauge's label, cells their elements in braces.
+// gauge's label.
 std::string show(const HostArray* array) {
   if (array == nullptr) return "null";
   std::ostringstream text;
@@ -75,9 +72,6 @@ std::string show(const HostArray* array) {
   for (std::size_t i = 0; i < array->getNumberOfElements(); ++i) {
     text << (i > 0 ? " " : "");
     if (id == HostArray::ClassId::Double) text << array->getPr()[i];
-    if (id == HostArray::ClassId::Logical) text << array->getLogicals()[i];
-    if (id == HostArray::ClassId::Int32) text << array->getInt32s()[i];
-    if (id == HostArray::ClassId::Cell) text << "{" << show(array->getCell(i)) << "}";
     if (id == HostArray::ClassId::Handle) text << gaugeOf(array->getHandle(i)).label;
   }
   text << "]";
@@ -208,22 +202,8 @@ class GaugeClass : public UDClass {
         [](Gauge& g, void* v) { g.label = v ? static_cast<char*>(v) : "<null>"; });
     label->setDescription("What the gauge shows.");
     addProperty(label);
-    addProperty(new TestProperty(
-        "reading", "double", [](Gauge& g) { return new double(g.reading); },
-        [](Gauge& g, void* v) { g.reading = *static_cast<double*>(v); },
-        [](void* v) { delete static_cast<double*>(v); }));
+    addProperty(new TestProperty("reading", "double", [](Gauge& g) { return &g.reading; }));
     addProperty(new TestProperty("serial", "int32", [](Gauge& g) { return &g.serial; }));
-    auto* history = new TestProperty(
-        "history", "string vector",
-        [](Gauge& g) {
-          auto* texts = new StringVector;
-          texts->addElement("made");
-          texts->addElement(g.label.c_str());
-          return texts;
-        },
-        nullptr, [](void* v) { delete static_cast<StringVector*>(v); });
-    history->setVisible(false);
-    addProperty(history);
     auto* faulty = new TestProperty(
         "faulty", "double", [](Gauge&) { return new int(1); },
         [](Gauge&, void*) { throw new ErrorIdException("Test:setValue", "Refused."); },
@@ -377,46 +357,15 @@ TEST_F(HostObjects, DestroyIsFinalAndReleasingAfterItIsHarmless) {
   EXPECT_EQ(destroyed(), 2);
 }
 
-TEST_F(HostObjects, PropertyValuesConvertBothWays) {
-  struct Case {
-    const char* property;
-    const char* value;  // set first when not null
-    const char* shown;
-  } cases[] = {
-      {"history", nullptr, "cell 1x2 [{char 1x4 'made'} {char 1x1 'A'}]"},
-      {"label", "'dial'", "char 1x4 'dial'"},
-      {"label", "[]", "char 1x6 '<null>'"},
-      {"reading", "-2.5", "double 1x1 [-2.5]"},
-      {"serial", "9", "double 1x1 [7]"},  // read-only: the value is ignored
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.property) + " = " + (c.value ? c.value : "(get only)"));
-    if (c.value != nullptr) hostSetProperty(a_.get(), c.property, arg(c.value).get());
-    EXPECT_EQ(show(HostArrayPtr(hostGetProperty(a_.get(), c.property)).get()), c.shown);
-  }
-}
-
-TEST_F(HostObjects, PropertyErrors) {
-  struct Case {
-    const char* object;
-    const char* property;
-    const char* value;  // null: get
-    const char* id;
-  } cases[] = {
-      {"A", "color", "2", "CALVEX:noSuchProperty"},
-      {"A", "label", "2", "CALVEX:badPropertyValue"},
-      {"A", "history", "'x'", "CALVEX:badPropertyValue"},  // read-only
-      {"A", "serial", "-1e10", "CALVEX:expectedInteger"},
-      {"dead", "label", nullptr, "CALVEX:InvalidObject"},
-      {"dead", "label", "'x'", "CALVEX:InvalidObject"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.object) + "." + c.property + " = " + (c.value ? c.value : "(get)"));
-    UDInterface* object = arg(c.object)->getHandle(0);
-    EXPECT_UNIT_ERROR_ID(c.value ? hostSetProperty(object, c.property, arg(c.value).get())
-                                 : HostArrayPtr(hostGetProperty(object, c.property)).reset(),
-                         c.id);
-  }
+// What the transcripts cannot reach: a number out of int32's range, a deleted object's property
+// read directly, and [] stored as a null text.
+TEST_F(HostObjects, PropertyValuesAndErrors) {
+  hostSetProperty(a_.get(), "label", arg("[]").get());
+  EXPECT_EQ(show(HostArrayPtr(hostGetProperty(a_.get(), "label")).get()), "char 1x6 '<null>'");
+  EXPECT_UNIT_ERROR_ID(hostSetProperty(a_.get(), "serial", arg("-1e10").get()),
+                       "CALVEX:expectedInteger");
+  EXPECT_UNIT_ERROR_ID(hostSetProperty(dead_.get(), "label", arg("'x'").get()),
+                       "CALVEX:InvalidObject");
   EXPECT_UNIT_ERROR_ID(dead_->get(nullptr, cls_.findProperty("label")), "CALVEX:InvalidObject");
 }
 
@@ -474,39 +423,19 @@ TEST_F(HostObjects, SignatureMatching) {
   EXPECT_EQ(show(invoke("measure", 1, "A 4")[0].get()), "double 1x1 [6]");
 }
 
-TEST_F(HostObjects, EveryResultTypeBecomesAHostValue) {
-  StringVector names;
-  names.addElement("x");
-  names.addElement("yz");
-  std::vector<int> powers{1, -2};
+// Handle results hold references of their own.
+TEST_F(HostObjects, HandleResultsHoldTheirOwnReferences) {
   auto* twice = new Vector;
   twice->addElement(a_.get());
   twice->addElement(a_.get());
-  struct Case {
-    const char* type;
-    void* slot;  // as a method leaves it
-    const char* shown;
-  } cases[] = {
-      {"double", hostAllocated(2.5), "double 1x1 [2.5]"},
-      {"bool", hostAllocated<unsigned char>(1), "logical 1x1 [1]"},
-      {"string", const_cast<char*>("text"), "char 1x4 'text'"},
-      {"string vector", StringVectorType::getType()->toHostValue(&names),
-       "cell 1x2 [{char 1x1 'x'} {char 1x2 'yz'}]"},
-      {"handle", a_.get(), "handle 1x1 [A]"},
-      {"handle vector", twice, "handle 1x2 [A A]"},
-      {"CALVEX array", HostArray::createInt32Matrix(1, 2), "int32 1x2 [0 0]"},
-      {"int32", hostAllocated(-4), "double 1x1 [-4]"},
-      {"int vector", NintsDataType::getType()->toHostValue(&powers), "double 1x2 [1 -2]"},
-  };
-  std::vector<HostArrayPtr> results;
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.type);
-    results.emplace_back(typeNamed(c.type)->takeResult(c.slot));
-    EXPECT_EQ(show(results.back().get()), c.shown);
-  }
-  a_.reset();  // the handle results hold references of their own
+  HostArrayPtr one(typeNamed("handle")->takeResult(a_.get()));
+  HostArrayPtr two(typeNamed("handle vector")->takeResult(twice));
+  EXPECT_EQ(show(one.get()), "handle 1x1 [A]");
+  EXPECT_EQ(show(two.get()), "handle 1x2 [A A]");
+  a_.reset();
+  one.reset();
   EXPECT_EQ(destroyed(), 0);
-  results.clear();
+  two.reset();
   EXPECT_EQ(destroyed(), 1);
 }
 
@@ -549,7 +478,7 @@ TEST_F(HostObjects, PropertyHolderVisitsTheClassPropertiesInOrder) {
   EXPECT_EQ(it.nextElement(), holder);
   while (it.hasMoreElements())
     names.push_back(static_cast<UDPropInfo*>(it.nextElement()->getObject())->getName());
-  EXPECT_EQ(names, (std::vector<std::string>{"label", "reading", "serial", "history", "faulty"}));
+  EXPECT_EQ(names, (std::vector<std::string>{"label", "reading", "serial", "faulty"}));
   EXPECT_EQ(it.nextElement(), nullptr);
   EXPECT_UNIT_ERROR_ID(holder->get(nullptr, cls_.findProperty("label")), "CALVEX:InvalidObject");
   // A holder made before the class has properties sees those added later.
@@ -627,19 +556,11 @@ TEST(HostDataTypes, UnknownTypesAreRefusedAndNullValuesShowAsEmptyArrays) {
                     "The text must not hold a NUL byte.");
 }
 
+// What compare sees of the properties' types: NaN equals NaN, a null text the empty one.
 TEST(HostDataTypes, EqualityOfNativeValues) {
   double one = 1, nan = std::nan(""), alsoNan = std::nan("");
   unsigned char yes = 1, alsoYes = 1, no = 0;
   char ab[] = "ab", alsoAb[] = "ab";
-  int first = 0, second = 0;  // stand-ins for objects: handles compare by address
-  Vector firstOnly, alsoFirstOnly, secondOnly;
-  firstOnly.addElement(&first);
-  alsoFirstOnly.addElement(&first);
-  secondOnly.addElement(&second);
-  StringVector names, others;
-  names.addElement("m");
-  others.addElement("km");
-  std::vector<int> powers{1, 2}, otherPowers{1, 3};
   HostArrayPtr row(HostArray::createDoubleMatrix(1, 2)), alsoRow(row->duplicate()),
       column(HostArray::createDoubleMatrix(2, 1)), text(HostArray::createString("ab"));
   row->getPr()[1] = alsoRow->getPr()[1] = column->getPr()[1] = nan;
@@ -657,10 +578,6 @@ TEST(HostDataTypes, EqualityOfNativeValues) {
       {"string", ab, alsoAb, true},
       {"string", nullptr, "", true},
       {"string", nullptr, ab, false},
-      {"handle vector", &firstOnly, &alsoFirstOnly, true},
-      {"handle vector", &firstOnly, &secondOnly, false},
-      {"string vector", &names, &others, false},
-      {"int vector", &powers, &otherPowers, false},
       {"CALVEX array", row.get(), alsoRow.get(), true},
       {"CALVEX array", row.get(), column.get(), false},
       {"CALVEX array", row.get(), text.get(), false},
