@@ -17,6 +17,7 @@
 #include "host/interpreter/ArrayOperations.hpp"
 #include "host/interpreter/ValueDisplay.hpp"
 #include "tests/support/ErrorCapture.hpp"
+#include "tests/support/HostCalls.hpp"
 
 namespace {
 
@@ -36,11 +37,6 @@ std::string outcome(const std::function<HostArrayPtr()>& make) {
          value->getClassName() + ": " + ValueDisplay::formatInline(*value);
 }
 
-HostArrayPtr matrix(std::size_t m, std::vector<double> columnMajor) {
-  HostArrayPtr value(HostArray::createDoubleMatrix(m, m ? columnMajor.size() / m : 0));
-  std::copy(columnMajor.begin(), columnMajor.end(), value->getPr());
-  return value;
-}
 HostArrayPtr texts(std::vector<const char*> rows) {
   return HostArrayPtr(HostArray::createCharMatrixFromStrings(rows.size(), rows.data()));
 }
@@ -85,7 +81,7 @@ class ArrayOperationsTest : public testing::Test {
 };
 
 TEST_F(ArrayOperationsTest, Indexing) {
-  HostArrayPtr column = matrix(3, {10, 20, 30}), grid = matrix(2, {1, 4, 2, 5, 3, 6});
+  HostArrayPtr column = row({10, 20, 30}, 3), grid = row({1, 4, 2, 5, 3, 6}, 2);
   HostArrayPtr names = texts({"mole", "liter"}), objects = both();
   HostArrayPtr flags = logicals({true, false}), ints = int32s({7, 8, 9});
   struct Case {
@@ -121,13 +117,13 @@ TEST_F(ArrayOperationsTest, Indexing) {
 }
 
 TEST_F(ArrayOperationsTest, SubscriptsArePositiveWholeNumbers) {
-  EXPECT_EQ(ArrayOperations::subscriptOf(*matrix(1, {2, 1, 2})).positions,
+  EXPECT_EQ(ArrayOperations::subscriptOf(*row({2, 1, 2})).positions,
             (std::vector<std::size_t>{2, 1, 2}));
   EXPECT_EQ(ArrayOperations::subscriptOf(*int32s({5})).positions, std::vector<std::size_t>{5});
   for (double bad : {-1.0, std::numeric_limits<double>::quiet_NaN(),
                      std::numeric_limits<double>::infinity(), 1e300}) {
     SCOPED_TRACE(bad);
-    EXPECT_UNIT_ERROR(ArrayOperations::subscriptOf(*matrix(1, {bad})), "CALVEX:badIndex",
+    EXPECT_UNIT_ERROR(ArrayOperations::subscriptOf(*row({bad})), "CALVEX:badIndex",
                       "Array indices must be positive integers.");
   }
   EXPECT_UNIT_ERROR(ArrayOperations::subscriptOf(*logicals({true})), "CALVEX:badIndex",
@@ -150,7 +146,8 @@ TEST_F(ArrayOperationsTest, BracketsJoinRowsOfOneKind) {
     const char* expected;
   } cases[] = {
       {"nothing", Parts{}, "0x0 double: []"},
-      {"empties vanish", list(matrix(0, {}), matrix(1, {1, 2})), "1x2 double: [1 2]"},
+      {"empties vanish", list(HostArrayPtr(HostArray::createDoubleMatrix(0, 0)), row({1, 2})),
+       "1x2 double: [1 2]"},
       {"logicals with numbers", list(logicals({true}), int32s({4})), "1x2 double: [1 4]"},
       {"one int32", list(int32s({4})), "1x1 double: 4"},
       {"texts", list(texts({"furl"}), texts({""}), texts({"ong"})), "1x7 char: 'furlong'"},
@@ -169,7 +166,7 @@ TEST_F(ArrayOperationsTest, BracketsJoinRowsOfOneKind) {
 }
 
 TEST_F(ArrayOperationsTest, SignsApplyToNumbersOnly) {
-  HostArrayPtr numbers = matrix(1, {1, -2}), yes = logicals({true}), none = cellOf({});
+  HostArrayPtr numbers = row({1, -2}), yes = logicals({true}), none = cellOf({});
   HostArrayPtr extremes = int32s({INT32_MIN, 5});
   struct Case {
     const HostArray& value;

@@ -121,6 +121,13 @@ REFUSALS = [
     (u.verify, ("furlongs/hour",), u.UnitNotFoundError, "Referenced unit 'furlongs' does not exist."),
     (u.express, ("newton", "mks"), u.UnitSystemNotFoundError,
      "UnitSystem 'mks' does not exist. Type 'showunitsystems' to see available list."),
+    # Arguments of the wrong type.
+    (u.register_unit, (None, "meter"), TypeError, None),
+    (u.register_unit, ("zx", "meter", "two"), TypeError, None),
+    (u.register_prefix, ("zx", 2.5), TypeError, None),
+    (u.register_quantity, ("zx", [0, 0, 1]), TypeError, None),
+    (u.register_quantity, ("zx", [0, 0, 1.5, 0, 0, 0, 0]), TypeError, None),
+    (u.register_system, ("zx",), TypeError, None),
 ]
 
 
@@ -129,25 +136,7 @@ def test_refusals_raise_their_error_and_change_nothing(action, args, error, mess
     before = snapshot()
     with pytest.raises(error) as raised:
         action(*args)
-    assert raised.value.identifier == error.identifier
+    assert getattr(raised.value, "identifier", None) == getattr(error, "identifier", None)
     if message is not None:
         assert str(raised.value) == raised.value.message == message
-    assert snapshot() == before
-
-
-@pytest.mark.parametrize(
-    "action, args",
-    [
-        (u.register_unit, (None, "meter")),
-        (u.register_unit, ("zx", "meter", "two")),
-        (u.register_prefix, ("zx", 2.5)),
-        (u.register_quantity, ("zx", [0, 0, 1])),
-        (u.register_quantity, ("zx", [0, 0, 1.5, 0, 0, 0, 0])),
-        (u.register_system, ("zx",)),
-    ],
-)
-def test_arguments_of_the_wrong_type_are_refused(action, args):
-    before = snapshot()
-    with pytest.raises(TypeError):
-        action(*args)
     assert snapshot() == before
