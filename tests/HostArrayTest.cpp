@@ -43,9 +43,10 @@ TEST(HostArray, CreatorsGiveClassShapeAndZeros) {
     EXPECT_EQ(array->getNumberOfDimensions(), c.dims);
     EXPECT_EQ(array->isEmpty(), c.m * c.n == 0);
     for (std::size_t i = 0; i < c.m * c.n; ++i) {
-      if (c.classId == ClassId::Logical) EXPECT_FALSE(array->getLogicals()[i]);
-      if (c.classId == ClassId::Int32) EXPECT_EQ(array->getInt32s()[i], 0);
-      if (c.classId == ClassId::Double) EXPECT_EQ(array->getPr()[i], 0.0);
+      const double value = c.classId == ClassId::Logical ? array->getLogicals()[i]
+                           : c.classId == ClassId::Int32 ? array->getInt32s()[i]
+                                                         : array->getPr()[i];
+      EXPECT_EQ(value, 0.0);
     }
   }
 }

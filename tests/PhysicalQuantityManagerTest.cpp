@@ -38,64 +38,6 @@ TEST_F(PhysicalQuantityRegistry, Lookups) {
   EXPECT_EQ(canceling->getBaseQuantityMakeup(), "mass^-1*length^-2*time^2");
 }
 
-PRISTINE_TEST_F(PhysicalQuantityRegistry, ChecksRunInOrderAndFirstConflictDecides) {
-  RegistrySnapshot before = RegistrySnapshot::take();
-  int calls = 0;
-  registry->addPhysicalQuantityRegisteredListener([&](const QuantityDimensionApi*) { ++calls; });
-  struct Case {
-    const char* name;
-    std::array<int, 7> exponents;
-    const char* identifier;
-    const char* message;
-  } cases[] = {
-      // the name test comes before any duplicate test, even with taken dimensions
-      {"2speed",
-       {0, 0, 1, -1, 0, 0, 0},
-       "Unit:QuantityNameInvalid",
-       "Error registering physical quantity. See help for valid names."},
-      {"",
-       {0, 0, 5, 0, 0, 0, 0},
-       "Unit:QuantityNameInvalid",
-       "Error registering physical quantity. See help for valid names."},
-      // an identifier, but a number in a quantity composition
-      {"NaN",
-       {0, 0, 5, 0, 0, 0, 0},
-       "Unit:QuantityNameInvalid",
-       "Error registering physical quantity. See help for valid names."},
-      {"velocity2",
-       {0, 0, 1, -1, 0, 0, 0},
-       "Unit:QuantityDuplicateDimensions",
-       "Unable to register physical quantity 'velocity2' because physical quantity 'velocity' has "
-       "matching "
-       "dimensions."},
-      {"nothing",
-       {0, 0, 0, 0, 0, 0, 0},
-       "Unit:QuantityDuplicateDimensions",
-       "Unable to register physical quantity 'nothing' because physical quantity 'dimensionless' "
-       "has matching "
-       "dimensions."},
-      // dimensions of entry 3 ("time") and the name of entry 20: entry 3 decides
-      {"capacitance",
-       {0, 0, 0, 1, 0, 0, 0},
-       "Unit:QuantityDuplicateDimensions",
-       "Unable to register physical quantity 'capacitance' because physical quantity 'time' has "
-       "matching "
-       "dimensions."},
-      {"mass",
-       {0, 0, 9, 0, 0, 0, 0},
-       "Unit:QuantityDuplicateName",
-       "Unable to register physical quantity 'mass' because a physical quantity with that name "
-       "already exists."},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    QuantityDimension refused(c.exponents.data(), c.name);
-    EXPECT_UNIT_ERROR(registry->registerPhysicalQuantity(&refused), c.identifier, c.message);
-  }
-  EXPECT_EQ(calls, 0);
-  EXPECT_EQ(RegistrySnapshot::take(), before);
-}
-
 PRISTINE_TEST_F(PhysicalQuantityRegistry, RemovalShiftsLaterIndexesAndTellsListenersFirst) {
   add("x", {0, 0, 7, 0, 0, 0, 0});
   add("y", {0, 0, 8, 0, 0, 0, 0});

@@ -122,13 +122,5 @@ TEST(QuantityDimension, BaseMakeup) {
   }
 }
 
-TEST(QuantityDimension, CloneIsAnIndependentCopy) {
-  QuantityDimension speed = dims({0, 0, 1, -1, 0, 0, 0}, "speed");
-  std::unique_ptr<QuantityDimension> copy(speed.clone());
-  (*copy)[3] = -2;
-  EXPECT_STREQ(copy->getName(), "speed");
-  EXPECT_EQ(speed[3], -1);
-}
-
 }  // namespace
 }  // namespace TwUnits

@@ -40,40 +40,9 @@ TEST_F(Parser, TokenKinds) {
     EXPECT_EQ(QuantityStringParser::getTokenEnum(c.token), c.kind) << c.token;
 }
 
-TEST_F(Parser, EveryUnitCompositionError) {
-  struct Case {
-    std::string text;
-    const char* identifier;
-  } cases[] = {
-      {"5", "Unit:UnitCompositionNumeric"},
-      {" -2.5 ", "Unit:UnitCompositionNumeric"},
-      {"meter*", "Unit:BadUnitCompositionParse"},
-      {"", "Unit:BadUnitCompositionParse"},
-      {"(meter", "Unit:BadUnitCompositionParse"},
-      {std::string("meter\0junk", 10), "Unit:BadUnitCompositionParse"},
-      {"meter*2", "Unit:InvalidCompositionMathMult"},
-      {"2*meter", "Unit:InvalidCompositionMathMult"},
-      {"2147483647*meter", "Unit:InvalidCompositionMathMult"},
-      {"meter/2147483647", "Unit:InvalidCompositionMathDiv"},
-      {"2/second", "Unit:InvalidCompositionMathDiv"},
-      {"meter/2", "Unit:InvalidCompositionMathDiv"},
-      {"meter^2.5", "Unit:IntegersOnlyInComposition"},
-      {"meter^3000000000", "Unit:IntegersOnlyInComposition"},
-      {"meter^meter", "Unit:CompositionExponentMustBeInteger"},
-      {"meter+second", "Unit:InvalidMathInUnitComposition"},
-      {"meter-second", "Unit:InvalidMathInUnitComposition"},
-      {"furlongs", "Unit:NotFound"},
-      {"(2)", "Unit:UnitCompositionNumeric"},
-      {"2^3*meter", "Unit:InvalidCompositionMathMult"},  // a power of a number is a number
-      // a bound on memory and time: a unit counts as often as its power says
-      {"meter^2000000000", "CALVEX:badArgument"},
-      {"(meter*second)^5001", "CALVEX:badArgument"},
-      {"meter^5000*meter^5001", "CALVEX:badArgument"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    EXPECT_UNIT_ERROR_ID(parser->createUnitCompFromString(c.text), c.identifier);
-  }
+TEST_F(Parser, ATextIsReadOnlyUpToItsLength) {
+  EXPECT_UNIT_ERROR_ID(parser->createUnitCompFromString(std::string("meter\0junk", 10)),
+                       "Unit:BadUnitCompositionParse");
   EXPECT_UNIT_ERROR(parser->createUnitCompFromString("kilofurlongs/second"), "Unit:NotFound",
                     "Referenced unit 'furlongs' does not exist.");
 }
@@ -110,8 +79,7 @@ TEST_F(Parser, UnitCompositions) {
 }
 
 TEST_F(Parser, ANameCarriesOnePrefixWhateverWasVerifiedBefore) {
-  // The parser read the rest of a prefixed name through every cached text, so a second
-  // prefix parsed once the text with one prefix had been verified.
+  // A name carries at most one prefix, whichever texts the cache holds.
   EXPECT_UNIT_ERROR(parser->createUnitCompFromString("kilokilogram"), "Unit:NotFound",
                     "Referenced unit 'kilogram' does not exist.");
   UnitManager::Instance()->verifyUnitCompositionString("kilogram");
@@ -123,29 +91,6 @@ TEST_F(Parser, QuantityCompositions) {
   EXPECT_EQ(exponentsOf("mass*length/time^2"), (std::array<int, 7>{0, 1, 1, -2, 0, 0, 0}));
   EXPECT_EQ(exponentsOf("2*length"), (std::array<int, 7>{0, 0, 1, 0, 0, 0, 0}));
   EXPECT_EQ(exponentsOf("energy/time^-1"), (std::array<int, 7>{0, 1, 2, -1, 0, 0, 0}));
-  struct Case {
-    const char* text;
-    const char* identifier;
-  } cases[] = {
-      {"length^2.5", "Unit:IntegersOnlyInQuantity"},
-      {"length^(2*3)", "Unit:IntegersOnlyInQuantity"},
-      {"2.5*length", "Unit:IntegersOnlyInQuantity"},
-      {"length^(1+1)", "Unit:InvalidMathInQuantity"},
-      {"length+time", "Unit:InvalidMathInQuantity"},
-      {"length*", "Unit:BadQuantityParse"},
-      {"", "Unit:BadQuantityParse"},
-      {"length^9e12", "Unit:IntegersOnlyInQuantity"},
-      // combined exponents beyond an int
-      {"length^2000000000^2", "Unit:IntegersOnlyInQuantity"},
-      {"length^2000000000*length^2000000000", "Unit:IntegersOnlyInQuantity"},
-      {"time^-2147483648/time", "Unit:IntegersOnlyInQuantity"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    EXPECT_UNIT_ERROR_ID(parser->createQuantityDimensionFromString(c.text), c.identifier);
-  }
-  EXPECT_UNIT_ERROR(parser->createQuantityDimensionFromString("speed"), "Unit:QuantityNotFound",
-                    "Referenced physical quantity 'speed' does not exist.");
 }
 
 TEST_F(Parser, ContainmentLooksThroughPrefixes) {
@@ -160,30 +105,6 @@ TEST_F(Parser, ContainmentLooksThroughPrefixes) {
   EXPECT_FALSE(parser->doesStringContainPrefix("mole/millisecond^2", "micro"));
   EXPECT_FALSE(parser->doesStringContainPrefix("mile", "milli"));
   EXPECT_FALSE(parser->doesStringContainPrefix("millimeter*(", "milli"));
-}
-
-TEST_F(Parser, MakeupListsUnitsAsWrittenWithNetExponents) {
-  using Makeup = QuantityStringParser::Makeup;
-  struct Case {
-    const char* text;
-    Makeup makeup;
-  } cases[] = {
-      {"1/second", {{"second"}, {-1}}},
-      {"meter^2/second", {{"meter", "second"}, {2, -1}}},
-      {"second^-1", {{"second"}, {-1}}},
-      {"meter^2.7", {{"meter"}, {2}}},
-      {"meter^0", {{}, {}}},
-      {"millimole/liter", {{"millimole", "liter"}, {1, -1}}},
-      {"liter/meter*meter", {{"liter", "meter"}, {1, 0}}},
-      {"newton/second", {{"newton", "second"}, {1, -1}}},
-      {"(kilogram*meter^2)/(ampere*second^3)",
-       {{"kilogram", "meter", "ampere", "second"}, {1, 2, -1, -3}}},
-      {"meter^1", {{"meter"}, {1}}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    EXPECT_EQ(parser->getUnitMakeupAndExponentsFromString(c.text), c.makeup);
-  }
 }
 
 TEST_F(Parser, EveryInternalParseErrorPath) {

@@ -579,17 +579,15 @@ class RegistryModel : public testing::TestWithParam<int> {
     }
     expected.events.emplace_back(d.name, "UNIT_CREATED");
     expected.heard.push_back("+" + d.name);
-    ModelUnit unit;
-    unit.quantity = quantity;
-    unit.builtin = false;
-    unit.text = d.text;
-    unit.multiplier = d.multiplier;
-    unit.offset = d.offset;
-    unit.scale = valued.scale * d.multiplier;
-    unit.shift = valued.scale * d.offset + valued.shift;
-    unit.size = valued.size;
     model.quantity(quantity).units.push_back(d.name);
-    model.units[d.name] = unit;
+    model.units[d.name] = {quantity,
+                           false,
+                           d.text,
+                           d.multiplier,
+                           d.offset,
+                           valued.scale * d.multiplier,
+                           valued.scale * d.offset + valued.shift,
+                           valued.size};
     touched = quantity;
     run(
         d.describe(), [&] { registerDefinition(d); }, expected);

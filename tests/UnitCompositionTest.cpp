@@ -141,7 +141,7 @@ TEST_F(Composition, PowerRepeatsEachUnitNextToItself) {
 }
 
 TEST_F(Composition, TheLowestIntPowerOfNothingIsNothing) {
-  // The magnitude of INT_MIN does not fit an int; the sanitizer build caught its negation.
+  // The magnitude of INT_MIN does not fit an int: the power is taken without negating it.
   UnitComposition nothing;
   nothing ^= std::numeric_limits<int>::min();
   EXPECT_EQ(nothing, UnitComposition());

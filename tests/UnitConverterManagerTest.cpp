@@ -82,28 +82,6 @@ PRISTINE_TEST_F(Converters, ConverterValues) {
   }
 }
 
-PRISTINE_TEST_F(Converters, ConversionErrors) {
-  struct Case {
-    const char* from;
-    const char* to;
-    const char* identifier;
-  } cases[] = {
-      {"meter", "second", "Unit:ConversionDifferentQuants"},
-      {"meter^5", "second^5", "Unit:ConversionDifferentQuants"},
-      {"millikelvin", "kelvin", "Unit:OffsetConversionWithPrefixNotAllowed"},
-      {"kelvin", "millikelvin", "Unit:OffsetConversionWithPrefixNotAllowed"},
-      {"celsius/second", "kelvin/second", "Unit:ConversionMixedOffset"},
-      {"meter*millicelsius/meter", "fahrenheit", "Unit:OffsetConversionWithPrefixNotAllowed"},
-      {"celsius*second/second", "kelvin/second", "Unit:ConversionDifferentQuants"},
-      {"meter*", "meter", "Unit:BadUnitCompositionParse"},
-      {"meter", "furlongs", "Unit:NotFound"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::string(c.from) + " -> " + c.to);
-    EXPECT_UNIT_ERROR_ID(between(c.from, c.to), c.identifier);
-  }
-}
-
 PRISTINE_TEST_F(Converters, ReverseConverters) {
   UnitConverter celsiusToFahrenheit(1.8, 32.0);
   std::unique_ptr<UnitConverter> reverse(converters->getReverseUnitConverter(&celsiusToFahrenheit));

@@ -64,60 +64,6 @@ PRISTINE_TEST_F(UnitRegistry, RegistrationCodes) {
             "definition.");
 }
 
-PRISTINE_TEST_F(UnitRegistry, RefusedRegistrationsChangeNothingAndAnnounceNothing) {
-  add("furlong", "meter", 201.168);
-  listen();
-  RegistrySnapshot before = RegistrySnapshot::take();
-  struct Case {
-    const char* name;
-    const char* composition;
-    double multiplier, offset;
-    const char* identifier;
-    const char* message;
-  } cases[] = {
-      {"2x", "meter", 1, 0, "Unit:NameInvalid",
-       "Invalid unit name. Type 'help zophunit' for valid names."},
-      // identifiers, but numbers in a composition
-      {"nan", "meter", 1, 0, "Unit:NameInvalid",
-       "Invalid unit name. Type 'help zophunit' for valid names."},
-      {"Inf", "meter", 1, 0, "Unit:NameInvalid",
-       "Invalid unit name. Type 'help zophunit' for valid names."},
-      {"kilofoo", "meter", 1, 0, "Unit:NameClashesWithPrefix2",
-       "Unable to register unit 'kilofoo'. Registering this unit would cause a redefinition of the "
-       "reserved "
-       "prefix 'kilo'."},
-      {"kilofoo", "meter", 1000, 0, "Unit:NameClashesWithPrefix",
-       "Unable to register unit 'kilofoo'. The name of the unit begins with the same name as a "
-       "registered prefix "
-       "'kilo'."},
-      {"x", "meter*2", 1, 0, "Unit:InvalidCompositionMathMult",
-       "Unit compositions cannot contain numeric multiplication."},
-      {"x", "furlongs", 1, 0, "Unit:NotFound", "Referenced unit 'furlongs' does not exist."},
-      // self-reference is found before the offset and multiplier checks
-      {"furlong", "furlong^2/furlong", 0, 5, "Unit:SelfReferenceInComposition",
-       "Unable to register unit. A unit's composition cannot reference itself."},
-      {"x", "meter", 1, 5, "Unit:OffsetUnitsTemperatureOnly",
-       "Only temperature units can have an offset."},
-      {"x", "meter", 0, 0, "Unit:ConversionFunctionZero",
-       "The multiplier for a unit cannot be zero."},
-      {"meter", "foot", 1, 0, "Unit:CannotUnregisterBuiltin",
-       "A built-in unit cannot be redefined or unregistered."},
-      {"furlong", "second", 1, 0, "Unit:DuplicateName",
-       "Unable to register user-defined unit 'furlong' because a unit with that name already "
-       "exists. Use "
-       "ZOPHREMOVEFROMLIBRARY to remove the unit."},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name + std::string(" = ") + c.composition);
-    UnitRepresentation definition(c.name, c.composition, c.multiplier, c.offset, true);
-    EXPECT_UNIT_ERROR(units->registerUnit(&definition), c.identifier, c.message);
-    EXPECT_UNIT_ERROR(units->verifyUnitForRegistration(&definition), c.identifier, c.message);
-  }
-  EXPECT_TRUE(calls.empty());
-  EXPECT_EQ(RegistrySnapshot::take(), before);
-  EXPECT_DOUBLE_EQ(convert("furlong", "meter"), 201.168);
-}
-
 PRISTINE_TEST_F(UnitRegistry, PrefixedNameOrTheSameDefinitionAgainStoresAndAnnouncesNothing) {
   add("furlong", "meter", 201.168);
   listen();

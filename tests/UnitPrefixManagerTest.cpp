@@ -42,44 +42,6 @@ TEST_F(PrefixRegistry, Lookups) {
   EXPECT_EQ(prefixes->getUnitPrefixApi("none"), nullptr);
 }
 
-PRISTINE_TEST_F(PrefixRegistry, RegistrationChecksRunInOrder) {
-  add("zz", 4);
-  RegistrySnapshot before = RegistrySnapshot::take();
-  int calls = 0;
-  prefixes->addUnitPrefixRegisteredListener([&](const UnitPrefixApi*) { ++calls; });
-  struct Case {
-    const char* name;
-    int exponent;
-    const char* identifier;
-    const char* message;
-  } cases[] = {
-      {"", 4, "Unit:PrefixUnsetName",
-       "Unable to register user prefix because its name is not set."},
-      {"2x", 4, "Unit:PrefixNameInvalid",
-       "Invalid unit prefix name. Type 'help zophunitprefix' for valid names."},
-      // a built-in name is refused as such, whatever its exponent
-      {"kilo", 3, "Unit:PrefixCannotUnregisterBuiltin",
-       "Redefining or removing built-in prefixes is not allowed."},
-      {"kilo", 4, "Unit:PrefixCannotUnregisterBuiltin",
-       "Redefining or removing built-in prefixes is not allowed."},
-      {"zz", 5, "Unit:PrefixDuplicateName",
-       "Unable to register prefix 'zz' because a prefix with that name already exists."},
-      {"mo", 4, "Unit:PrefixUnitNameCollision",
-       "Unable to register prefix 'mo' because the registered unit 'molecule' begins with the same "
-       "name."},
-      {"pas", 4, "Unit:PrefixUnitNameCollision",
-       "Unable to register prefix 'pas' because the registered unit 'pascal' begins with the same "
-       "name."},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    UnitPrefix refused(c.name, c.exponent, "");
-    EXPECT_UNIT_ERROR(prefixes->registerPrefix(&refused), c.identifier, c.message);
-  }
-  EXPECT_EQ(calls, 0);
-  EXPECT_EQ(RegistrySnapshot::take(), before);
-}
-
 PRISTINE_TEST_F(PrefixRegistry, RegisteredPrefixesRefuseNameAndExponentChanges) {
   UnitPrefix* zz = add("zz", 4);
   EXPECT_UNIT_ERROR(zz->setExponent(5), "Unit:RegisteredPrefixCannotChange",

