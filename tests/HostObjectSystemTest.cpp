@@ -354,8 +354,8 @@ TEST_F(HostObjects, DestroyIsFinalAndReleasingAfterItIsHarmless) {
   EXPECT_EQ(destroyed(), 2);
 }
 
-// What the transcripts cannot reach: a number out of int32's range, a deleted object's property
-// read directly, and [] stored as a null text.
+// [] reaches a setter as a null text; a number out of int32's range and a deleted object are
+// refused, read directly too.
 TEST_F(HostObjects, PropertyValuesAndErrors) {
   hostSetProperty(a_.get(), "label", arg("[]").get());
   EXPECT_EQ(show(HostArrayPtr(hostGetProperty(a_.get(), "label")).get()), "char 1x6 '<null>'");

@@ -39,15 +39,12 @@ TEST(HostNumeric, EqualWithinRelativeTolerance) {
   }
 }
 
-TEST(HostNumeric, RoundingAndReading) {
+TEST(HostNumeric, RoundsHalvesAwayFromZero) {
   const std::pair<double, double> halves[] = {{2.5, 3.0}, {-2.5, -3.0}, {2.4999, 2.0}};
   for (auto [value, rounded] : halves) EXPECT_EQ(utRound(value), rounded) << value;
-  EXPECT_EQ(ut_strtod(utGetFpcContext(), "-1.5e3", nullptr, 0), -1500.0);
-  EXPECT_TRUE(std::isnan(ut_strtod(utGetFpcContext(), nullptr, nullptr, 0)));
-  EXPECT_TRUE(std::isinf(ut_strtod(utGetFpcContext(), "Inf", nullptr, 0)));
 }
 
-TEST(HostStrings, NumericTextsIdentifiersAndTrimming) {
+TEST(HostStrings, NumericTextsAndIdentifiers) {
   for (const char* numeric : {"2", ".5", "2.", "-1E+3", " +7 ", "Inf", "-inf", "NaN"})
     EXPECT_TRUE(isstrnumeric(numeric)) << numeric;
   for (const char* other :
@@ -63,9 +60,6 @@ TEST(HostStrings, NumericTextsIdentifiersAndTrimming) {
   EXPECT_TRUE(isValidCALVEXIdentifier(std::string(63, 'a')));
   EXPECT_FALSE(isValidCALVEXIdentifier(std::string(64, 'a')));
   EXPECT_FALSE(isValidCALVEXIdentifier(std::string("ab\0c", 4)));
-
-  EXPECT_EQ(utTrim("\t a b \n"), "a b");
-  EXPECT_EQ(utTrim(" \t "), "");
 }
 
 const std::uint32_t kTestIds[] = {0x7F0001, 0x7F0002, 0x7F0003};
@@ -101,7 +95,7 @@ TEST(HostWarnings, PrintedByDefaultCapturedInsteadAndTheLastOneRecorded) {
   EXPECT_EQ(printed, "Warning: Value 1 of 'y'.\n");
 }
 
-// A text fill-in is formatted when the warning is read, not kept by reference to the caller's.
+// The last warning's text follows each warning, also when the handler never formatted it.
 TEST(HostWarnings, ATextArgumentIsFormattedWhenRead) {
   ut_mem_add_primary_message_table(utGetMemoryContext(), &kTestTable);
   WarningHandler previous = utSetWarningHandler([](const std::string&, const WarningText&) {});

@@ -1,4 +1,5 @@
-// The shell's lexer: tokens with their columns and blanks, and the lines it refuses.
+// The shell's lexer: tokens with their columns, blanks and values, and the lines it refuses.
+// Statements as the transcripts write them are lexed there; the forms they leave out are here.
 
 #include <gtest/gtest.h>
 
@@ -34,18 +35,11 @@ TEST(ShellLexer, TokensCarryColumnsBlanksAndDecodedValues) {
     std::vector<std::string> tokens;
   } cases[] = {
       {"   ", {"end@4"}},
-      {"u.name = 'furlong'", {"id:u@1", ".@2", "id:name@3", "_=@8", "_str:furlong@10", "end@19"}},
-      {"[a, ~] = f(x_1);",
-       {"[@1", "id:a@2", ",@3", "_~@5", "]@6", "_=@8", "_id:f@10", "(@11", "id:x_1@12", ")@15",
-        ";@16", "end@17"}},
-      {"[0 1 -2]", {"[@1", "num:0=0@2", "_num:1=1@4", "_-@6", "num:2=2@7", "]@8", "end@9"}},
-      {"c{+1}(:)", {"id:c@1", "{@2", "+@3", "num:1=1@4", "}@5", "(@6", ":@7", ")@8", "end@9"}},
       {".5 2. 1e-3 1E+3 007",
        {"num:.5=0.5@1", "_num:2.=2@4", "_num:1e-3=0.001@7", "_num:1E+3=1000@12", "_num:007=7@17",
         "end@20"}},
       {"'' 'it''s' '''' 'a % b' 'é'",
        {"str:@1", "_str:it's@4", "_str:'@12", "_str:a % b@17", "_str:é@25", "end@29"}},
-      {"x = 1 % the rest ' is a comment", {"id:x@1", "_=@3", "_num:1=1@5", "end@7"}},
       {"\tx\r", {"_id:x@2", "end@4"}},
   };
   for (const Case& c : cases) {
@@ -60,21 +54,17 @@ TEST(ShellLexer, RefusedLinesNameTheColumn) {
     const char* message;
   } cases[] = {
       {"x = 'it''", "unterminated string at column 5"},
-      {"f((1)", "unbalanced parenthesis at column 2"},
       {"x = 1)", "unbalanced parenthesis at column 6"},
+      {"3 * 4", "operator '*' is not supported at column 3"},
       {"[1 2", "unbalanced bracket at column 1"},
       {"[1 2)", "unbalanced parenthesis at column 5"},
       {"c{1", "unbalanced brace at column 2"},
-      {"(x % )", "unbalanced parenthesis at column 1"},
-      {"a^2", "operator '^' is not supported at column 2"},
       {"x == 1", "operator '==' is not supported at column 3"},
       {"\"text\"", "double-quoted text is not supported, use 'single quotes', at column 1"},
       {"x = #", "unexpected character '#' at column 5"},
       {std::string("x\x01"), "unexpected character '\\x01' at column 2"},
       {"x = 2abc", "malformed number at column 5"},
       {"1.2.3", "malformed number at column 1"},
-      {std::string(64, '(') + "1" + std::string(64, ')') + ")",
-       "unbalanced parenthesis at column 130"},
       {std::string(65, '['), "nesting deeper than 64 levels at column 65"},
   };
   for (const Case& c : cases) {
