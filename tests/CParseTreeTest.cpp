@@ -27,21 +27,18 @@ std::string parseError(const char* text) {
 }
 std::string parseError(const std::string& text) { return parseError(text.c_str()); }
 
+// Compositions as the transcripts write them parse there; the groupings and number forms they
+// leave out, and every syntax error, are here.
 TEST(CParseTree, PostfixFollowsPrecedenceLeftGroupingAndFoldedMinus) {
   struct Case {
     const char* text;
     Tokens postfix;
   } cases[] = {
-      {"kilogram*meter/second^2", {"kilogram", "meter", "*", "second", "2", "^", "/"}},
-      {"liter/meter*meter", {"liter", "meter", "/", "meter", "*"}},
       {"a^b^c", {"a", "b", "^", "c", "^"}},
       {"a-b-c", {"a", "b", "-", "c", "-"}},
       {"a+b*c^d", {"a", "b", "c", "d", "^", "*", "+"}},
-      {"((((meter))))", {"meter"}},
       {" \tm_2 *\t_x ", {"m_2", "_x", "*"}},
       {"2.5*.5*2.*1e-3*1E+3", {"2.5", ".5", "*", "2.", "*", "1e-3", "*", "1E+3", "*"}},
-      {"second^-1", {"second", "-1", "^"}},
-      {"-.5e-2", {"-.5e-2"}},
       {"2*-3", {"2", "-3", "*"}},
       {"2 - -3", {"2", "-3", "-"}},
       {"(-2)^ -2", {"-2", "-2", "^"}},
