@@ -119,6 +119,9 @@ TEST_F(Composition, MovedOperandGivesTheSameSequenceAsACopiedOne) {
   UnitComposition& same = squared;
   squared *= std::move(same);
   EXPECT_EQ(squared, parse("meter^2"));
+  UnitComposition& alias = squared;
+  squared /= std::move(alias);
+  EXPECT_EQ(squared, parse("meter^2/meter^2"));
 }
 
 TEST_F(Composition, PowerRepeatsEachUnitNextToItself) {

@@ -107,6 +107,9 @@ PRISTINE_TEST_F(Converters, TablesGrowAndShrinkWithBaseUnits) {
   EXPECT_DOUBLE_EQ(chainToInch->getMultiplier(), 20.1168 / 0.0254);
   EXPECT_EQ(chainToInch->getFromUnit(), 7);
   EXPECT_EQ(chainToInch->getToUnit(), 1);
+  EXPECT_FALSE(
+      std::unique_ptr<UnitConverter>(converters->getQuantityUnitConverter(2, 0, 5))->isIdentity())
+      << "meter to metre multiplies by one, but is not the diagonal";
 
   units->unregisterUnit("furlong");
   EXPECT_EQ(converters->getTableSize(2), 49u);

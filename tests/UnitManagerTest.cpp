@@ -116,6 +116,9 @@ PRISTINE_TEST_F(UnitRegistry, ACompositionHeldAcrossAPrefixRemovalIsRefusedNotMi
   std::unique_ptr<UnitComposition> fresh(parser->createUnitCompFromString("wzbmeter/second"));
   *fresh *= meter;
   EXPECT_EQ(fresh->getCompositionString(), "meter*wzbmeter/second");
+  // One with prefixes from before the removal makes what it joins stale.
+  meter *= *held;
+  EXPECT_UNIT_ERROR_ID(meter.getCompositionString(), "CALVEX:badArgument");
 }
 
 PRISTINE_TEST_F(UnitRegistry, RegisteredUnitsRefuseEveryChange) {
