@@ -12,8 +12,6 @@
 #include <vector>
 
 #include "host/HostArray.hpp"
-#include "host/UDClass.hpp"
-#include "host/UDInterface.hpp"
 #include "host/interpreter/ArrayOperations.hpp"
 #include "host/interpreter/ValueDisplay.hpp"
 #include "tests/support/ErrorCapture.hpp"
@@ -64,25 +62,9 @@ Parts list(Values... values) {
   return parts;
 }
 
-class ArrayOperationsTest : public testing::Test {
- protected:
-  ArrayOperationsTest() {
-    cls_.setName("Thing", false);
-    first_.reset(new UDInterface(&payload_, &cls_, nullptr));
-    second_.reset(new UDInterface(&payload_, &cls_, nullptr));
-  }
-  HostArrayPtr both() const {
-    return HostArrayPtr(HostArray::createHandleArray({first_.get(), second_.get()}));
-  }
-
-  int payload_ = 0;
-  UDClass cls_;
-  UDInterfacePtr first_, second_;
-};
-
-TEST_F(ArrayOperationsTest, Indexing) {
+TEST(ArrayOperations, Indexing) {
   HostArrayPtr column = row({10, 20, 30}, 3), grid = row({1, 4, 2, 5, 3, 6}, 2);
-  HostArrayPtr objects = both(), ints = int32s({7, 8, 9});
+  HostArrayPtr ints = int32s({7, 8, 9});
   struct Case {
     const HostArray& value;
     Subscripts subscripts;
@@ -92,7 +74,6 @@ TEST_F(ArrayOperationsTest, Indexing) {
       {*grid, {kAll, at({3})}, "2x1 double: [3; 6]"},
       {*grid, {at({2, 1}), at({1, 3})}, "2x2 double: [4 6; 1 3]"},
       {*ints, {at({3, 3})}, "1x2 int32: [9 9]"},
-      {*objects, {kAll}, "1x2 handle: [1x2 Thing]"},
       {*grid, {at({})}, "1x0 double: []"},
       {*column, {at({1, 7})}, "CALVEX:badIndex: Index exceeds the number of array elements (3)."},
       {*grid,
@@ -106,10 +87,9 @@ TEST_F(ArrayOperationsTest, Indexing) {
     SCOPED_TRACE(testing::Message() << "case " << (&c - cases));
     EXPECT_EQ(outcome([&] { return ArrayOperations::index(c.value, c.subscripts); }), c.expected);
   }
-  EXPECT_EQ(ArrayOperations::index(*objects, {at({2})})->getHandle(0), second_.get());
 }
 
-TEST_F(ArrayOperationsTest, SubscriptsArePositiveWholeNumbers) {
+TEST(ArrayOperations, SubscriptsArePositiveWholeNumbers) {
   EXPECT_EQ(ArrayOperations::subscriptOf(*row({2, 1, 2})).positions,
             (std::vector<std::size_t>{2, 1, 2}));
   EXPECT_EQ(ArrayOperations::subscriptOf(*int32s({5})).positions, std::vector<std::size_t>{5});
@@ -121,7 +101,7 @@ TEST_F(ArrayOperationsTest, SubscriptsArePositiveWholeNumbers) {
   }
 }
 
-TEST_F(ArrayOperationsTest, BracesTakeOneCellElementOut) {
+TEST(ArrayOperations, BracesTakeOneCellElementOut) {
   HostArrayPtr cell = cellOf({"a", "b"});
   cell->setCell(1, nullptr);
   EXPECT_EQ(outcome([&] { return ArrayOperations::cellContent(*cell, {at({2})}); }),
@@ -130,7 +110,7 @@ TEST_F(ArrayOperationsTest, BracesTakeOneCellElementOut) {
                     "Brace indexing must select exactly one element.");
 }
 
-TEST_F(ArrayOperationsTest, BracketsJoinRowsOfOneKind) {
+TEST(ArrayOperations, BracketsJoinRowsOfOneKind) {
   struct Case {
     const char* name;
     Parts parts;
@@ -151,7 +131,7 @@ TEST_F(ArrayOperationsTest, BracketsJoinRowsOfOneKind) {
   }
 }
 
-TEST_F(ArrayOperationsTest, SignsApplyToNumbersOnly) {
+TEST(ArrayOperations, SignsApplyToNumbersOnly) {
   HostArrayPtr yes = logicals({true}), none = cellOf({}), extremes = int32s({INT32_MIN, 5});
   struct Case {
     const HostArray& value;
