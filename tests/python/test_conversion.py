@@ -1,4 +1,4 @@
-"""convert, Converter and express: values against the built-in tables, numpy arrays of every
+"""convert and Converter: values against the built-in tables, numpy arrays of every
 shape and kind, and bad input refused with a clear exception."""
 
 import math
@@ -106,13 +106,3 @@ def test_a_converter_holds_the_factors_it_was_made_with(undo):
     with pytest.warns(u.UnitRedefiningWarning):
         u.register_unit("zdouble", "meter", 3)
     assert (prepared(1.0), u.convert(1.0, "zdouble", "meter")) == (2.0, 3.0)
-
-
-@pytest.mark.parametrize(
-    "text, written, multiplier",
-    [("newton", "kilogram*meter/second^2", 1.0), ("kilometer/hour", "meter/second", 1 / 3.6)],
-)
-def test_express_writes_a_composition_in_a_system(text, written, multiplier):
-    c = u.express(text, "MKS")
-    assert (c.from_text, c.to_text, c.offset) == (text, written, 0.0)
-    assert c.multiplier == pytest.approx(multiplier, rel=1e-14)
