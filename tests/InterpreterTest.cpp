@@ -146,9 +146,6 @@ TEST_F(InterpreterTest, EveryKindOfFailurePrintsAndTheNextLineRuns) {
           {"p.fail(3)", "Error: std failure\n"},
           {"p.fail(4)", "Error (User:Id): user failure\n"},
           {"p.fail(5)", "Error: An unknown failure ended the statement.\n"},
-          {"[a, b, c] = p.nargout",
-           "Error (CALVEX:NoMatchingSignature): No method 'nargout' with matching signature found "
-           "for class 'Probe'.\n"},
           {"exit(1)", "Error (CALVEX:TooManyInputs): Too many input arguments.\n"},
       },
       Interpreter::Outcome::kFailed);
