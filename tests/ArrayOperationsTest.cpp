@@ -70,6 +70,7 @@ TEST(ArrayOperations, Indexing) {
     Subscripts subscripts;
     const char* expected;
   } cases[] = {
+      {*column, {at({2, 3})}, "2x1 double: [20; 30]"},  // a column keeps its shape
       {*grid, {at({2}), kAll}, "1x3 double: [4 5 6]"},
       {*grid, {kAll, at({3})}, "2x1 double: [3; 6]"},
       {*grid, {at({2, 1}), at({1, 3})}, "2x2 double: [4 6; 1 3]"},

@@ -57,6 +57,7 @@ TEST(ShellLexer, RefusedLinesNameTheColumn) {
       {"x = 1)", "unbalanced parenthesis at column 6"},
       {"3 * 4", "operator '*' is not supported at column 3"},
       {"[1 2", "unbalanced bracket at column 1"},
+      {"[(1", "unbalanced parenthesis at column 2"},  // the innermost one
       {"[1 2)", "unbalanced parenthesis at column 5"},
       {"c{1", "unbalanced brace at column 2"},
       {"x == 1", "operator '==' is not supported at column 3"},
