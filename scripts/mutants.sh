@@ -105,7 +105,7 @@ for index, (path, number, start, end, replacement) in enumerate(chosen, 1):
             if run.returncode != 0:
                 caught.append(where)
                 verdict = "caught"
-            elif why := equivalent(where, line):
+            elif why := equivalent(where, lines[number - 1]):
                 same.append(f"{where}  {change}  {why}")
                 verdict = "survived, equivalent"
             else:

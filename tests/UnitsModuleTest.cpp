@@ -3,13 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "host/CVFcnTable.hpp"
 #include "host/DebugQuitException.hpp"
 #include "host/ErrorIdException.hpp"
 #include "host/HostFunctions.hpp"
 #include "host/InterruptException.hpp"
-#include "host/UDApplicationManager.hpp"
-#include "host/UDClass.hpp"
 #include "host/UDDatabaseClient.hpp"
 #include "host/UDHostCalls.hpp"
 #include "host/UserException.hpp"
@@ -28,18 +25,6 @@ namespace TwUnits {
 namespace {
 
 using UnitsModule = ModuleFixture;
-
-PRISTINE_TEST_F(UnitsModule, EntryPointsAndClasses) {
-  EXPECT_EQ(QueryCVFcnTable_zo_units()->count, 0);
-  UDApplication* application = UDApplicationManager::findApplication("UnitApp");
-  ASSERT_EQ(application, GetUnitApplication());
-  EXPECT_EQ(application->findClass("Unit"), SINGLETON_UnitsUDC);
-  EXPECT_EQ(application->findClass("UnitPrefix"), SINGLETON_UnitPrefixUDC);
-  EXPECT_EQ(application->findClass("UnitSystem"), SINGLETON_UnitSystemUDC);
-  EXPECT_EQ(application->findClass("PhysicalQuantity"), SINGLETON_QuantityDimensionUDC);
-  ASSERT_NE(application->findClass("UnitManager"), nullptr);
-  EXPECT_EQ(manager()->getObject(), UnitManager::Instance());
-}
 
 PRISTINE_TEST_F(UnitsModule, RegisteredUnitsAndPrefixesHaveHostObjects) {
   UnitManager* units = UnitManager::Instance();
