@@ -1,6 +1,6 @@
-// The shell's interpreter: how many results a statement asks for, how each kind of failure
-// prints, what ends a session, and the order names are looked up in. What the units module
-// prints through it is in the transcripts.
+// The shell's interpreter: how each kind of failure prints, what ends a session, and the order
+// names are looked up in. How many results a statement asks for, and what the units module
+// prints, are in the transcripts.
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "host/ErrorIdException.hpp"
-#include "host/Memory.hpp"
 #include "host/ToolboxFunctions.hpp"
 #include "host/UDApplication.hpp"
 #include "host/UDApplicationManager.hpp"
@@ -26,16 +25,10 @@
 
 namespace {
 
-double* newDouble(double value) {
-  auto* result = static_cast<double*>(utMallocWithCheck(sizeof(double)));
-  *result = value;
-  return result;
-}
-
 // A method of one signature (a handle, then `arguments`) whose body is given as a function.
 class ProbeMethod : public UDMethodInfo {
  public:
-  using Body = std::function<void(int nResults, void** results, void** args)>;
+  using Body = std::function<void(void** args)>;
   ProbeMethod(const char* name, std::vector<const char*> arguments,
               std::vector<const char*> results, Body body)
       : UDMethodInfo(false), body_(std::move(body)) {
@@ -46,28 +39,20 @@ class ProbeMethod : public UDMethodInfo {
     for (const char* type : results) signature->addResult(type);
     addMethodSignature(signature);
   }
-  void invokeMethod(UDMethodSignature*, int* nResults, void** results, int, void** args) override {
-    body_(*nResults, results, args);
-  }
+  void invokeMethod(UDMethodSignature*, int*, void**, int, void** args) override { body_(args); }
 
  private:
   Body body_;
 };
 
-// "nargout" returns how many results it was asked for, in each slot; "empty" fills no slot;
-// "fail(k)" throws the k-th kind of failure.
+// "empty" fills no result slot; "fail(k)" throws the k-th kind of failure.
 class ProbeClass : public UDClass {
  public:
   ProbeClass() {
     setName("Probe", false);
     addConstructorSignature(new UDMethodSignature);
-    addMethod(
-        new ProbeMethod("nargout", {}, {"double", "double"}, [](int n, void** results, void**) {
-          results[0] = newDouble(n);
-          if (n >= 2) results[1] = newDouble(n);
-        }));
-    addMethod(new ProbeMethod("empty", {}, {"double"}, [](int, void**, void**) {}));
-    addMethod(new ProbeMethod("fail", {"double"}, {}, [](int, void**, void** args) {
+    addMethod(new ProbeMethod("empty", {}, {"double"}, [](void**) {}));
+    addMethod(new ProbeMethod("fail", {"double"}, {}, [](void** args) {
       int kind = static_cast<int>(*static_cast<double*>(args[1]));
       if (kind == 1) throw new ErrorIdException("Probe:Failed", "it failed");
       if (kind == 2) throw new Exception("plain failure");
@@ -121,21 +106,9 @@ class InterpreterTest : public ModuleFixture {
   Interpreter::Outcome outcome = Interpreter::Outcome::kCompleted;
 };
 
-TEST_F(InterpreterTest, ResultsAskedForFollowTheStatement) {
-  expectTranscript({
-      {"p.nargout", "ans = 0\n"},
-      {"nargout(p)", "ans = 0\n"},
-      {"x = p.nargout", "x = 1\n"},
-      {"x = nargout(p)", "x = 1\n"},
-      {"[a, b] = p.nargout", "a = 2\nb = 2\n"},
-      {"[~, b] = p.nargout", "b = 2\n"},
-      {"disp(p.nargout)", "1\n"},
-      {"[p.nargout p.nargout]", "ans = [1 1]\n"},
-      {"p.nargout;", ""},
-      {"ans", "ans = 0\n"},
-      {"p.empty", ""},
-      {"x = p.empty", "x = []\n"},
-  });
+// A result the method leaves unset shows nothing, and assigns an empty array.
+TEST_F(InterpreterTest, AResultLeftUnsetIsEmpty) {
+  expectTranscript({{"p.empty", ""}, {"x = p.empty", "x = []\n"}});
 }
 
 TEST_F(InterpreterTest, EveryKindOfFailurePrintsAndTheNextLineRuns) {
@@ -168,8 +141,9 @@ TEST_F(InterpreterTest, NamesAreVariablesThenFunctionsThenClassesThenMethods) {
       {"clear('Unit'), class(Unit)", "ans = 'Unit'\n"},
       {"x = 1; y = x; x = 2; y", "y = 1\n"},
   });
-  expectTranscript({{"nargout(3)",
-                     "Error (CALVEX:UndefinedFunction): Undefined function 'nargout' for input "
+  // A method is found through its object only.
+  expectTranscript({{"fail(3)",
+                     "Error (CALVEX:UndefinedFunction): Undefined function 'fail' for input "
                      "arguments of type 'double'.\n"}},
                    Interpreter::Outcome::kFailed);
 }
