@@ -322,8 +322,7 @@ TEST_F(HostObjects, DestroyIsFinalAndMayDropTheLastReference) {
   EXPECT_EQ(destroyed(), 2);
 }
 
-// [] reaches a setter as a null text; a number out of int32's range and a deleted object are
-// refused, read directly too.
+// [] reaches a setter as a null text; an int32 out of range and a deleted object are refused.
 TEST_F(HostObjects, PropertyValuesAndErrors) {
   hostSetProperty(a_.get(), "label", arg("[]").get());
   EXPECT_EQ(show(HostArrayPtr(hostGetProperty(a_.get(), "label")).get()), "char 1x6 '<null>'");
@@ -334,8 +333,7 @@ TEST_F(HostObjects, PropertyValuesAndErrors) {
   EXPECT_UNIT_ERROR_ID(dead_->get(nullptr, cls_.findProperty("label")), "CALVEX:InvalidObject");
 }
 
-// A value got for the host, or an argument made from the host's, is freed when the conversion
-// or the storing fails.
+// A property value, or an argument made for it, is freed when converting or storing it fails.
 TEST_F(HostObjects, PropertyValuesAreFreedWhenConversionOrStoringFails) {
   int releasedValues = cls_.releasedValues;
   int releasedArguments = cls_.failingType.releasedArguments;
