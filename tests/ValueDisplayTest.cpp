@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <limits>
 #include <string>
 
 #include "host/HostArray.hpp"
@@ -26,7 +24,6 @@ std::string disped(const HostArray& value) {
 }
 
 TEST(ValueDisplay, NumbersShowFifteenDigitsAtMostAndSeventeenOnRequest) {
-  const double inf = std::numeric_limits<double>::infinity();
   struct Case {
     double value;
     const char* shown;
@@ -36,8 +33,6 @@ TEST(ValueDisplay, NumbersShowFifteenDigitsAtMostAndSeventeenOnRequest) {
       {-0.0, "0", "0"},
       {123456789012345, "123456789012345", "123456789012345"},
       {1e15, "1e+15", "1e+15"},
-      {-inf, "-Inf", "-Inf"},
-      {std::nan(""), "NaN", "NaN"},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.exact);
