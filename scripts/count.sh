@@ -4,7 +4,8 @@
 # ending (.c .cc .cpp .cxx .h .hh .hpp .txt .cmake .md .cvx .sh .py, CMakeLists.txt, run),
 # all of tests/ (fuzz harnesses and Python tests included) against units/ host/ shell/
 # octave/ python/. Expected outputs (.out), seed corpora and Octave's .m and .tst files count
-# on neither side.
+# on neither side. Then the narrower measure the band is set in: unit tests and transcripts
+# against units/ host/ shell/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -13,7 +14,14 @@ lines() {
     grep -E '\.(c|cc|cpp|cxx|h|hh|hpp|txt|cmake|md|cvx|sh|py)$|(^|/)(run|CMakeLists\.txt)$' |
     tr '\n' '\0' | xargs -0 cat | wc -l
 }
+share() { awk "BEGIN { printf \"%.2f\", $1 / $2 }"; }
 code=$(lines units host shell octave python)
 tests=$(lines tests)
 echo "code (units/ host/ shell/ octave/ python/): $code lines"
-echo "tests (tests/): $tests lines, $(awk "BEGIN { printf \"%.2f\", $tests / $code }") of the code"
+echo "tests (tests/): $tests lines, $(share "$tests" "$code") of the code"
+# The band's own measure: the unit tests (GoogleTest sources, fuzz harnesses and compile
+# checks aside) and the shell's transcripts, against the library, the host and the shell.
+core=$(lines units host shell)
+unit=$(git ls-files -co --exclude-standard -- tests | grep -E '\.(cpp|hpp|cvx)$' |
+  grep -v -E '^tests/(fuzz|compile)/' | tr '\n' '\0' | xargs -0 cat | wc -l)
+echo "unit tests and transcripts: $unit lines against $core of units/ host/ shell/, $(share "$unit" "$core")"
