@@ -1,6 +1,6 @@
-// The shell's interpreter: how each kind of failure prints, what ends a session, and the order
-// names are looked up in. How many results a statement asks for, and what the units module
-// prints, are in the transcripts.
+// The shell's interpreter: how each kind of failure prints. How many results a statement asks
+// for, the order names are looked up in, what ends a session and what the units module prints
+// are in the transcripts.
 
 #include <gtest/gtest.h>
 
@@ -125,27 +125,9 @@ TEST_F(InterpreterTest, EveryKindOfFailurePrintsAndTheNextLineRuns) {
   expectTranscript({{"x = 1", "x = 1\n"}, {"", ""}, {"% nothing", ""}});
 }
 
-TEST_F(InterpreterTest, ExitEndsTheLineAndTheSession) {
-  expectTranscript({{"x = 1; exit; y = 2", ""}, {"quit", ""}}, Interpreter::Outcome::kExit);
-  EXPECT_TRUE(interpreter.workspace().has("x"));
-  EXPECT_FALSE(interpreter.workspace().has("y"));
-}
-
-TEST_F(InterpreterTest, NamesAreVariablesThenFunctionsThenClassesThenMethods) {
-  expectTranscript({
-      {"disp = 3", "disp = 3\n"},
-      {"clear disp", ""},
-      {"disp('back')", "back\n"},
-      {"Unit = 'shadow';", ""},
-      {"class(Unit)", "ans = 'char'\n"},
-      {"clear('Unit'), class(Unit)", "ans = 'Unit'\n"},
-      {"x = 1; y = x; x = 2; y", "y = 1\n"},
-  });
-  // A method is found through its object only.
-  expectTranscript({{"fail(3)",
-                     "Error (CALVEX:UndefinedFunction): Undefined function 'fail' for input "
-                     "arguments of type 'double'.\n"}},
-                   Interpreter::Outcome::kFailed);
+// A run of signs folds into one node: reading and evaluating it needs no deep recursion.
+TEST_F(InterpreterTest, LongRunsOfSignsFoldIntoOneNode) {
+  EXPECT_EQ(run("x = " + std::string(100001, '-') + "1"), "x = -1\n");
 }
 
 // Warnings print through the interpreter only while it lives; then they go back to the host.

@@ -1,5 +1,6 @@
-// How the shell shows values. Scalars, texts, cells, handles and the classes' property lists are
-// in the transcripts; what only a test can make (matrices, cubes, int32, nested cells) is here.
+// How the shell shows values. Scalars, texts, cells, handles (through their class's display
+// method too) and the classes' property lists are in the transcripts; what only a test can make
+// (matrices, cubes, int32, nested cells) is here.
 
 #include <gtest/gtest.h>
 
@@ -68,23 +69,6 @@ TEST(ValueDisplay, ValuesOnOneLine) {
   HostArrayPtr grid(row({1, 2, 3, 4}, 2));
   EXPECT_EQ(displayed(*grid), "x = [1 3; 2 4]\n");
   EXPECT_EQ(disped(*grid), "1 3\n2 4\n");
-}
-
-using ObjectDisplay = ModuleFixture;
-
-// A class with a display method shows through it, for display and disp alike.
-TEST_F(ObjectDisplay, ClassesWithDisplayShowThroughIt) {
-  UDInterface* unit = construct("Unit");
-  set(unit, "name", text("furlong"));
-  std::string shown;
-  {
-    ConsoleCapture console;
-    call(unit, "display", 0);
-    shown = console.text();
-  }
-  EXPECT_NE(shown.find("furlong"), std::string::npos);
-  EXPECT_EQ(displayed(*handles({unit})), "x =\n" + shown);
-  EXPECT_EQ(disped(*handles({unit})), shown);
 }
 
 }  // namespace
