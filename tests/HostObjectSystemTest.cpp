@@ -35,7 +35,6 @@ struct Gauge {
 
   std::string label = "none";
   double reading = 1.5;
-  int serial = 7;
   UDInterface* ownHandle = nullptr;  // a reference the library keeps until destroyObject
 };
 int Gauge::alive = 0;
@@ -157,7 +156,6 @@ void measure(int signature, int nResults, void** results, int nArgs, void** args
     for (int i = 1; i < nArgs; ++i)
       detail << (i > 1 ? "," : "") << (args[i] ? static_cast<char*>(args[i]) : "<null>");
     results[0] = hostAllocated(double(nArgs - 1));
-    if (nResults > 1) results[1] = const_cast<char*>("named");
   } else {
     int count = static_cast<Vector*>(args[0])->size();
     detail << count << " gauges";
@@ -191,7 +189,6 @@ class GaugeClass : public UDClass {
         "label", "string", [](Gauge& g) { return g.label.data(); },
         [](Gauge& g, void* v) { g.label = v ? static_cast<char*>(v) : "<null>"; }));
     addProperty(new TestProperty("reading", "double", [](Gauge& g) { return &g.reading; }));
-    addProperty(new TestProperty("serial", "int32", [](Gauge& g) { return &g.serial; }));
     auto* faulty = new TestProperty(
         "faulty", "double", [](Gauge&) { return new int(1); },
         [](Gauge&, void*) { throw new ErrorIdException("Test:setValue", "Refused."); },
@@ -322,14 +319,10 @@ TEST_F(HostObjects, DestroyIsFinalAndMayDropTheLastReference) {
   EXPECT_EQ(destroyed(), 2);
 }
 
-// [] reaches a setter as a null text; an int32 out of range and a deleted object are refused.
+// [] reaches a setter as a null text; a deleted object gives no values.
 TEST_F(HostObjects, PropertyValuesAndErrors) {
   hostSetProperty(a_.get(), "label", arg("[]").get());
   EXPECT_EQ(show(HostArrayPtr(hostGetProperty(a_.get(), "label")).get()), "char 1x6 '<null>'");
-  EXPECT_UNIT_ERROR_ID(hostSetProperty(a_.get(), "serial", arg("-1e10").get()),
-                       "CALVEX:expectedInteger");
-  EXPECT_UNIT_ERROR_ID(hostSetProperty(dead_.get(), "label", arg("'x'").get()),
-                       "CALVEX:InvalidObject");
   EXPECT_UNIT_ERROR_ID(dead_->get(nullptr, cls_.findProperty("label")), "CALVEX:InvalidObject");
 }
 
@@ -353,10 +346,8 @@ TEST_F(HostObjects, SignatureMatching) {
   } cases[] = {
       {"handle and double", "A 2", 1, 0, "factor 2"},
       {"more results than the first has", "A 2", 2, 3, "1 gauges, factor 2"},
-      {"several objects need a handle vector", "A+B 2", 1, 3, "2 gauges, factor 2"},
       {"only the object", "A", 0, 2, "1 gauges"},
       {"only the objects", "A+B", 1, 2, "2 gauges"},
-      {"repeating argument given once", "A 'a'", 1, 1, "a"},
       {"empty double as null text", "A []", 1, 1, "<null>"},
       {"empty char as null text", "A '' 'b'", 1, 1, "<null>,b"},
       {"wrong type among repeated", "A 'a' 2", 1, -1, ""},
@@ -380,25 +371,10 @@ TEST_F(HostObjects, SignatureMatching) {
   ASSERT_EQ(one.size(), 2u);
   EXPECT_EQ(show(one[0].get()), "double 1x1 [2]");
   EXPECT_EQ(one[1], nullptr);
-  EXPECT_EQ(show(invoke("measure", 2, "A 'a'")[1].get()), "char 1x5 'named'");
-  EXPECT_EQ(show(invoke("measure", 1, "A 4")[0].get()), "double 1x1 [6]");
 }
 
-TEST_F(HostObjects, MethodCallErrors) {
-  struct Case {
-    const char* args;
-    const char* id;
-    const char* message;
-  } cases[] = {
-      {"none", "CALVEX:UndefinedFunction",
-       "Undefined function 'measure' for an empty handle array."},
-      {"A+dead", "CALVEX:InvalidObject", "Invalid or deleted object."},
-      {"A 'a' dead", "CALVEX:InvalidObject", "Invalid or deleted object."},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.args);
-    EXPECT_UNIT_ERROR(invoke("measure", 1, c.args), c.id, c.message);
-  }
+// Empty and deleted handles among the arguments are in the errors transcript.
+TEST_F(HostObjects, NullArgumentsAndUnknownClassesAreRefused) {
   EXPECT_THROW(hostInvokeMethod("measure", 1, {nullptr}), std::invalid_argument);
   EXPECT_UNIT_ERROR(hostConstruct("Gadget"), "CALVEX:UndefinedFunction",
                     "Undefined function or variable 'Gadget'.");
