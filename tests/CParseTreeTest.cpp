@@ -106,15 +106,13 @@ TEST(CParseTree, PostFixAppendsAndAFailedParseYieldsNothing) {
 
 // Nesting and length are bounded by memory only: the parser does not recurse.
 TEST(CParseTree, DeepNestingAndLongTextsNeedNoStack) {
-  for (std::size_t depth : {10000u, 1000000u}) {
-    SCOPED_TRACE(depth);
-    const std::string open(depth, '('), close(depth, ')');
-    EXPECT_EQ(parse(open + "meter^2" + close + "*s"), (Tokens{"meter", "2", "^", "s", "*"}));
-    EXPECT_EQ(parseError(open + "meter" + close.substr(1)),
-              "unexpected end of text at column " + std::to_string(2 * depth + 5));
-    EXPECT_EQ(parseError(open + "meter" + close + ")"),
-              "unexpected ')' at column " + std::to_string(2 * depth + 6));
-  }
+  const std::size_t depth = 1000000;
+  const std::string open(depth, '('), close(depth, ')');
+  EXPECT_EQ(parse(open + "meter^2" + close + "*s"), (Tokens{"meter", "2", "^", "s", "*"}));
+  EXPECT_EQ(parseError(open + "meter" + close.substr(1)),
+            "unexpected end of text at column " + std::to_string(2 * depth + 5));
+  EXPECT_EQ(parseError(open + "meter" + close + ")"),
+            "unexpected ')' at column " + std::to_string(2 * depth + 6));
   std::string text = "abc";  // 250,000 terms, 1 MB
   Tokens expected{"abc"};
   for (std::size_t i = 1; i < 250000; ++i) {

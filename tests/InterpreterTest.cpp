@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "host/ErrorIdException.hpp"
-#include "host/ToolboxFunctions.hpp"
 #include "host/UDApplication.hpp"
 #include "host/UDApplicationManager.hpp"
 #include "host/UDClass.hpp"
@@ -74,7 +73,6 @@ class InterpreterTest : public ModuleFixture {
  protected:
   void SetUp() override {
     ModuleFixture::SetUp();
-    hostRegisterToolboxFunctions();  // PhysicalQuantity's register calls back into the host
     static bool registered = [] {
       auto* application = new UDApplication("ProbeApp", false);
       application->addClass(new ProbeClass);

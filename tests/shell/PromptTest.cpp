@@ -262,12 +262,10 @@ TEST(CompletionContext, FollowsTextsCommentsAndDots) {
       {"", Kind::kName, "", ""},
       {"x = fur", Kind::kName, "fur", ""},
       {"x = 'done'; cl", Kind::kName, "cl", ""},
-      {"um.calc", Kind::kMember, "calc", "um"},
       {"u.", Kind::kMember, "", "u"},
-      {"um.calculateconversion('mile', 'furl", Kind::kUnit, "furl", ""},
       {"u.composition = 'kilogram/(meter*sec", Kind::kUnit, "sec", ""},
       {"disp('it''s a ki", Kind::kUnit, "ki", ""},
-      {"unregister(s, 'MK", Kind::kUnitSystem, "MK", ""},
+      {"unregister(s, 'MK", Kind::kUnitSystem, "MK", ""},  // a unit's context offers systems too
       {"x = 1 % 'furl", Kind::kNothing, "", ""},
       {"x = 2.5", Kind::kNothing, "", ""},
       {"a.b.c", Kind::kNothing, "", ""},
