@@ -104,6 +104,7 @@ TEST_F(Parser, ContainmentLooksThroughPrefixes) {
   EXPECT_TRUE(parser->doesStringContainPrefix("mole/millisecond^2", "milli"));
   EXPECT_FALSE(parser->doesStringContainPrefix("mole/millisecond^2", "micro"));
   EXPECT_FALSE(parser->doesStringContainPrefix("mile", "milli"));
+  EXPECT_FALSE(parser->doesStringContainPrefix("kilomillimeter", "milli")) << "only the first";
   EXPECT_FALSE(parser->doesStringContainPrefix("millimeter*(", "milli"));
 }
 

@@ -96,7 +96,9 @@ PRISTINE_TEST_F(Converters, ReverseConverters) {
 
 PRISTINE_TEST_F(Converters, TablesGrowAndShrinkWithBaseUnits) {
   EXPECT_EQ(converters->getQuantityUnitConverter(7, 0, 1), nullptr);
+  EXPECT_NE(std::unique_ptr<UnitConverter>(converters->getQuantityUnitConverter(6, 0, 1)), nullptr);
   EXPECT_THROW(converters->getQuantityUnitConverter(2, 0, 6), std::out_of_range);
+  EXPECT_THROW(converters->getQuantityUnitConverter(2, 6, 0), std::out_of_range);
   EXPECT_EQ(converters->getTableSize(2), 36u);
   units->registerUnit(new UnitRepresentation("furlong", "meter", 201.168, 0.0, true));
   units->registerUnit(new UnitRepresentation("chain", "furlong", 0.1, 0.0, true));
@@ -118,6 +120,18 @@ PRISTINE_TEST_F(Converters, TablesGrowAndShrinkWithBaseUnits) {
   EXPECT_EQ(moved->getFromUnit(), 6);
   std::unique_ptr<UnitConverter> back(converters->getQuantityUnitConverter(2, 4, 6));
   EXPECT_EQ(back->getToUnit(), 6);
+}
+
+TEST_F(Converters, ConnectedMeansAConverterIntoTheUnitThatIsNotTheIdentity) {
+  UnitConverterManager::ConverterList list;
+  for (auto [to, identity] : {std::pair{1, false}, std::pair{2, true}}) {
+    list.push_back(std::make_unique<UnitConverter>(2.0, 0.0));
+    list.back()->setToUnit(to);
+    list.back()->setIdentity(identity);
+  }
+  EXPECT_TRUE(converters->checkForConnectivity(&list, 1));
+  EXPECT_FALSE(converters->checkForConnectivity(&list, 2));
+  EXPECT_FALSE(converters->checkForConnectivity(&list, 3));
 }
 
 // Each built-in unit's value in its quantity's first unit, as the product of the library's
