@@ -3,12 +3,15 @@
 # sources (units/), rebuilds incrementally, runs the tests, and reports how many faults were
 # caught, with the survivors listed.
 #
-#   scripts/mutants.sh [SEED] [SAMPLE] [CTEST-ARGS...]
+#   scripts/mutants.sh [--which] [SEED] [SAMPLE] [CTEST-ARGS...]
 #
 # SEED (default 1) and SAMPLE (default 60) choose which faults: every place in units/ where one
 # of the operators below can be swapped is a candidate, and SAMPLE of them are drawn with SEED.
 # The same seed and sample give the same faults on the same sources. CTEST-ARGS, if any, are
-# passed to ctest (e.g. -R transcript to see what the transcripts alone catch).
+# passed to ctest (e.g. -R transcript to see what the transcripts alone catch). --which runs
+# every selected test on each fault instead of stopping at the first failure, and names the
+# tests that failed: with the unit tests one per process (-E 'units_tests\.whole'), which tests
+# catch each fault, and which faults only one test catches.
 #
 # The copy and its build live in build/mutants; the checkout is never changed. A fault that does
 # not compile is left out of the count; a test run that takes longer than a minute per test
@@ -17,6 +20,11 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+which=0
+if [ "${1:-}" = "--which" ]; then
+  which=1
+  shift
+fi
 seed=${1:-1}
 sample=${2:-60}
 shift $(($# < 2 ? $# : 2))
@@ -35,10 +43,11 @@ if ! ctest --test-dir "$work/build" -j "$(nproc)" --timeout 60 -Q "$@"; then
   exit 1
 fi
 
-python3 - "$work" "$seed" "$sample" "$@" <<'PY'
+python3 - "$work" "$which" "$seed" "$sample" "$@" <<'PY'
 import pathlib, random, re, subprocess, sys
 
-work, seed, sample, ctest_args = pathlib.Path(sys.argv[1]), int(sys.argv[2]), int(sys.argv[3]), sys.argv[4:]
+work, which = pathlib.Path(sys.argv[1]), sys.argv[2] == "1"
+seed, sample, ctest_args = int(sys.argv[3]), int(sys.argv[4]), sys.argv[5:]
 src = work / "src"
 # Each fault swaps one operator. Binary operators are matched with the blanks that the formatter
 # puts around them, so template brackets, '->' and '<<' are never taken for comparisons.
@@ -99,12 +108,15 @@ for index, (path, number, start, end, replacement) in enumerate(chosen, 1):
             broken.append(where)
             verdict = "does not compile"
         else:
+            stop = [] if which else ["--stop-on-failure", "-Q"]
             run = subprocess.run(["ctest", "--test-dir", str(work / "build"), "-j2", "--timeout", "60",
-                                  "--stop-on-failure", "-Q", *ctest_args],
-                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                                  *stop, *ctest_args], capture_output=True, text=True)
             if run.returncode != 0:
                 caught.append(where)
                 verdict = "caught"
+                if which:
+                    failed = re.findall(r"^\s*\d+ - (\S+) \(", run.stdout, re.M)
+                    verdict += " by " + ", ".join(failed)
             elif why := equivalent(where, lines[number - 1]):
                 same.append(f"{where}  {change}  {why}")
                 verdict = "survived, equivalent"
