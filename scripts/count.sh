@@ -9,19 +9,19 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-lines() {
+# The files with a source ending under the folders given.
+sources() {
   git ls-files -co --exclude-standard -- "$@" |
-    grep -E '\.(c|cc|cpp|cxx|h|hh|hpp|txt|cmake|md|cvx|sh|py)$|(^|/)(run|CMakeLists\.txt)$' |
-    tr '\n' '\0' | xargs -0 cat | wc -l
+    grep -E '\.(c|cc|cpp|cxx|h|hh|hpp|txt|cmake|md|cvx|sh|py)$|(^|/)(run|CMakeLists\.txt)$'
 }
+lines() { tr '\n' '\0' | xargs -0 cat | wc -l; }
 share() { awk "BEGIN { printf \"%.2f\", $1 / $2 }"; }
-code=$(lines units host shell octave python)
-tests=$(lines tests)
+code=$(sources units host shell octave python | lines)
+tests=$(sources tests | lines)
 echo "code (units/ host/ shell/ octave/ python/): $code lines"
 echo "tests (tests/): $tests lines, $(share "$tests" "$code") of the code"
 # The band's own measure: the unit tests (GoogleTest sources, fuzz harnesses and compile
 # checks aside) and the shell's transcripts, against the library, the host and the shell.
-core=$(lines units host shell)
-unit=$(git ls-files -co --exclude-standard -- tests | grep -E '\.(cpp|hpp|cvx)$' |
-  grep -v -E '^tests/(fuzz|compile)/' | tr '\n' '\0' | xargs -0 cat | wc -l)
+core=$(sources units host shell | lines)
+unit=$(sources tests | grep -E '\.(cpp|hpp|cvx)$' | grep -v -E '^tests/(fuzz|compile)/' | lines)
 echo "unit tests and transcripts: $unit lines against $core of units/ host/ shell/, $(share "$unit" "$core")"

@@ -28,6 +28,10 @@ fi
 seed=${1:-1}
 sample=${2:-60}
 shift $(($# < 2 ? $# : 2))
+if ! [[ "$seed" =~ ^[0-9]+$ && "$sample" =~ ^[1-9][0-9]*$ ]]; then
+  echo "usage: scripts/mutants.sh [--which] [SEED] [SAMPLE] [CTEST-ARGS...] (whole numbers)" >&2
+  exit 2
+fi
 
 scripts/deps.sh --tests python3 rsync
 work=build/mutants
