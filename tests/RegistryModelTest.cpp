@@ -17,7 +17,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
@@ -25,6 +24,7 @@
 #include <memory>
 #include <optional>
 #include <random>
+#include <regex>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -212,27 +212,9 @@ struct Model {
     }
     return result;
   }
-  std::pair<int, int> address(const std::string& name) const {
-    for (std::size_t q = 0; q < quantities.size(); ++q) {
-      const auto& list = quantities[q].units;
-      auto found = std::find(list.begin(), list.end(), name);
-      if (found != list.end()) return {static_cast<int>(q), static_cast<int>(found - list.begin())};
-    }
-    return {-1, -1};
-  }
   static std::vector<std::string> namesIn(const std::string& text) {
-    std::vector<std::string> names;
-    std::string name;
-    for (char c : text + " ") {
-      if (std::isalnum(static_cast<unsigned char>(c)) || c == '_') {
-        name += c;
-      } else {
-        if (!name.empty() && !std::isdigit(static_cast<unsigned char>(name[0])))
-          names.push_back(name);
-        name.clear();
-      }
-    }
-    return names;
+    static const std::regex kName("[A-Za-z_]\\w*");
+    return {std::sregex_token_iterator(text.begin(), text.end(), kName), {}};
   }
   // The first unit, in quantity and unit order, whose composition names the unit. Units
   // of the seven base quantities are stored in built-in base units, so only derived units
@@ -258,9 +240,8 @@ struct Model {
     return "";
   }
   void removeUnit(const std::string& name) {
-    auto [q, u] = address(name);
-    auto& list = quantity(q).units;
-    list.erase(list.begin() + u);
+    auto& list = quantity(units.at(name).quantity).units;
+    list.erase(std::find(list.begin(), list.end(), name));
     units.erase(name);
   }
   // SI value of one unit of a unit system for the base quantity.
