@@ -3,10 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/DebugQuitException.hpp"
-#include "host/ErrorIdException.hpp"
 #include "host/HostFunctions.hpp"
-#include "host/InterruptException.hpp"
 #include "host/UDDatabaseClient.hpp"
 #include "host/UDHostCalls.hpp"
 #include "host/UserException.hpp"
@@ -97,30 +94,13 @@ PRISTINE_TEST_F(UnitsModule, AnUnregisteredConstructedObjectFreesItsOwnUnit) {
   EXPECT_EQ(getText(same, "name"), "kilometer");
 }
 
-// The host failures of a protected call, through "PhysicalQuantity"'s "register".
-PRISTINE_TEST_F(UnitsModule, ProtectedCallTranslatesHostFailures) {
-  struct Case {
-    std::function<void()> fail;
-    const char* identifier;
-    const char* message;
-  } cases[] = {
-      {[] { throw new ErrorIdException("Host:Raised", "raised in the host"); }, "Host:Raised",
-       "raised in the host"},
-      {[] { throw fl::except::UserException("User:Error", "user text"); }, "User:Error",
-       "user text"},
-      {[] { throw Tarnwick::System::DebugQuitException(); }, "CALVEX:dbquit", ""},
-      {[] { throw Tarnwick::System::InterruptException(); }, "CALVEX:interupt", ""},
-  };
-  UDInterface* quantity = construct("PhysicalQuantity");
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.identifier);
-    hostRegisterFunction("zophregisterquantity",
-                         [&](int, HostArray**, int, HostArray**) { c.fail(); });
-    EXPECT_UNIT_ERROR(call(quantity, "register", 0), c.identifier, c.message);
-  }
-  hostRegisterFunction("zophregisterquantity",
-                       [](int, HostArray**, int, HostArray**) { throw 42; });
-  EXPECT_THROW(call(quantity, "register", 0), int);
+// A host function's user error reaches the module's callers as an error of the host's. What
+// the other kinds of failure become is in the interpreter's test.
+PRISTINE_TEST_F(UnitsModule, AProtectedCallTurnsAUserErrorIntoAnError) {
+  hostRegisterFunction("zophregisterquantity", [](int, HostArray**, int, HostArray**) {
+    throw fl::except::UserException("User:Error", "user text");
+  });
+  EXPECT_UNIT_ERROR(call(construct("PhysicalQuantity"), "register", 0), "User:Error", "user text");
 }
 
 }  // namespace
