@@ -55,7 +55,7 @@ PRISTINE_TEST_F(InterpreterTest, EveryKindOfFailurePrints) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.printed);
     hostRegisterFunction("zophregisterquantity",
-                         [&](int, HostArray**, int, HostArray**) { c.fail(); });
+                         [fail = c.fail](int, HostArray**, int, HostArray**) { fail(); });
     EXPECT_EQ(run("q.register"), c.printed);
     EXPECT_EQ(run("x = 1"), "x = 1\n");
   }
