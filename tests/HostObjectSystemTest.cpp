@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <functional>
 #include <sstream>
 #include <stdexcept>
@@ -34,7 +32,6 @@ struct Gauge {
   static int alive;
 
   std::string label = "none";
-  double reading = 1.5;
   UDInterface* ownHandle = nullptr;  // a reference the library keeps until destroyObject
 };
 int Gauge::alive = 0;
@@ -51,8 +48,6 @@ void* hostAllocated(T value) {
   *static_cast<T*>(slot) = value;
   return slot;
 }
-
-double numberAt(void** args, int i) { return *static_cast<double*>(args[i]); }
 
 // Class, size and contents in one line: "double 1x2 [1 -2]", "char 1x2 'ab'".
 std::string show(const HostArray* array) {
@@ -94,35 +89,6 @@ class TestProperty : public UDPropInfoTemplate {
   std::function<void(void*)> free_;
 };
 
-// A method whose body is given as a function of the matched signature's position.
-class TestMethod : public UDMethodInfo {
- public:
-  using Body = std::function<void(int signature, int nResults, void** results, int, void** args)>;
-  TestMethod(const char* name, std::vector<UDMethodSignature*> signatures, Body body)
-      : UDMethodInfo(false), body_(std::move(body)) {
-    setName(name, false);
-    for (UDMethodSignature* signature : signatures) addMethodSignature(signature);
-  }
-  void invokeMethod(UDMethodSignature* matched, int* nResults, void** results, int nArgs,
-                    void** args) override {
-    const auto& all = getSignatures();
-    int index = static_cast<int>(std::find(all.begin(), all.end(), matched) - all.begin());
-    body_(index, *nResults, results, nArgs, args);
-  }
-
- private:
-  Body body_;
-};
-
-UDMethodSignature* signature(std::vector<std::pair<const char*, const char*>> arguments,
-                             std::vector<const char*> results, bool repeats = false) {
-  auto* made = new UDMethodSignature;
-  for (const auto& [type, name] : arguments) made->addArgument(type, name);
-  for (const char* type : results) made->addResult(type);
-  made->setLastArgumentRepeats(repeats);
-  return made;
-}
-
 // A data type that fails to make host values and counts the arguments it frees.
 class FailingType : public UDDataType {
  public:
@@ -141,45 +107,32 @@ class FailingType : public UDDataType {
   mutable int releasedArguments = 0;
 };
 
-// Which signature of "measure" ran last, and what it received.
-struct MeasureCall {
-  int signature = -1;
-  std::string detail;
-} lastMeasure;
-
-void measure(int signature, int nResults, void** results, int nArgs, void** args) {
-  std::ostringstream detail;
-  if (signature == 0) {
-    detail << "factor " << numberAt(args, 1);
-    results[0] = hostAllocated(gaugeOf(args[0]).reading * numberAt(args, 1));
-  } else if (signature == 1) {
-    for (int i = 1; i < nArgs; ++i)
-      detail << (i > 1 ? "," : "") << (args[i] ? static_cast<char*>(args[i]) : "<null>");
-    results[0] = hostAllocated(double(nArgs - 1));
-  } else {
-    int count = static_cast<Vector*>(args[0])->size();
-    detail << count << " gauges";
-    results[0] = hostAllocated(count);
-    if (signature == 3) detail << ", factor " << numberAt(args, 1);
-    if (signature == 3 && nResults > 1) results[1] = hostAllocated(numberAt(args, 1));
-  }
-  lastMeasure = {signature, detail.str()};
-}
-
 // Fills all its result slots, then throws what its argument names.
-void explode(int, int, void** results, int, void** args) {
-  auto* objects = new Vector;
-  objects->addElement(args[0]);
-  results[0] = hostAllocated(1.0);
-  results[1] = objects;
-  results[2] = HostArray::createString("kept");
-  results[3] = hostAllocated(3);
-  std::string kind = static_cast<char*>(args[1]);
-  if (kind == "ErrorIdException") throw new ErrorIdException("Test:Exploded", "Boom.");
-  if (kind == "Exception") throw new Exception("Plain boom.");
-  if (kind == "runtime_error") throw std::runtime_error("std boom");
-  throw 42;
-}
+class Explode : public UDMethodInfo {
+ public:
+  Explode() : UDMethodInfo(false) {
+    setName("explode", false);
+    auto* signature = new UDMethodSignature;
+    signature->addArgument("handle", "gauge");
+    signature->addArgument("string", "kind");
+    for (const char* type : {"double", "handle vector", "CALVEX array", "int32"})
+      signature->addResult(type);
+    addMethodSignature(signature);
+  }
+  void invokeMethod(UDMethodSignature*, int*, void** results, int, void** args) override {
+    auto* objects = new Vector;
+    objects->addElement(args[0]);
+    results[0] = hostAllocated(1.0);
+    results[1] = objects;
+    results[2] = HostArray::createString("kept");
+    results[3] = hostAllocated(3);
+    std::string kind = static_cast<char*>(args[1]);
+    if (kind == "ErrorIdException") throw new ErrorIdException("Test:Exploded", "Boom.");
+    if (kind == "Exception") throw new Exception("Plain boom.");
+    if (kind == "runtime_error") throw std::runtime_error("std boom");
+    throw 42;
+  }
+};
 
 class GaugeClass : public UDClass {
  public:
@@ -188,7 +141,6 @@ class GaugeClass : public UDClass {
     addProperty(new TestProperty(
         "label", "string", [](Gauge& g) { return g.label.data(); },
         [](Gauge& g, void* v) { g.label = v ? static_cast<char*>(v) : "<null>"; }));
-    addProperty(new TestProperty("reading", "double", [](Gauge& g) { return &g.reading; }));
     auto* faulty = new TestProperty(
         "faulty", "double", [](Gauge&) { return new int(1); },
         [](Gauge&, void*) { throw new ErrorIdException("Test:setValue", "Refused."); },
@@ -198,17 +150,7 @@ class GaugeClass : public UDClass {
         });
     faulty->setDataType(&failingType);
     addProperty(faulty);
-    addMethod(new TestMethod(
-        "measure",
-        {signature({{"handle", "gauge"}, {"double", "factor"}}, {"double"}),
-         signature({{"handle", "gauge"}, {"string", "name"}}, {"double", "string"}, true),
-         signature({{"handle vector", "gauges"}}, {"int32"}),
-         signature({{"handle vector", "gauges"}, {"double", nullptr}}, {"int32", "double"})},
-        measure));
-    addMethod(new TestMethod("explode",
-                             {signature({{"handle", "gauge"}, {"string", "kind"}},
-                                        {"double", "handle vector", "CALVEX array", "int32"})},
-                             explode));
+    addMethod(new Explode);
   }
   UDInterface* createClassSpecificObject(UDInterface*) override {
     return new UDInterface(new Gauge, this, UDDatabaseClient::getInternalClient());
@@ -242,67 +184,27 @@ class HostObjects : public testing::Test {
   void SetUp() override {
     destroyedBefore_ = cls_.destroyed;
     a_.reset(hostConstruct("Gauge"));
-    b_.reset(hostConstruct("Gauge"));
     dead_.reset(hostConstruct("Gauge"));
     gaugeOf(a_.get()).label = "A";
-    gaugeOf(b_.get()).label = "B";
     dead_->destroy(nullptr);
   }
   void TearDown() override {
     a_.reset();
-    b_.reset();
     dead_.reset();
     EXPECT_EQ(Gauge::alive, 0);
   }
 
   int destroyed() const { return cls_.destroyed - destroyedBefore_ - 1; }  // dead_ aside
 
-  // A host value written as in the host language; handles as gauge names joined by '+'
-  // ("A", "A+B", "A+dead"), "none" for an empty handle array.
-  HostArrayPtr arg(const std::string& code) {
-    if (code == "[]") return HostArrayPtr(HostArray::createDoubleMatrix(0, 0));
-    if (code == "zeros(1,2)") return HostArrayPtr(HostArray::createDoubleMatrix(1, 2));
-    if (code == "''") return HostArrayPtr(HostArray::createString(nullptr));
-    if (code == "true") return HostArrayPtr(HostArray::createLogicalScalar(true));
-    if (code == "none") return HostArrayPtr(HostArray::createHandleArray({}));
-    if (code == "int32(2)") {
-      HostArrayPtr value(HostArray::createInt32Matrix(1, 1));
-      value->getInt32s()[0] = 2;
-      return value;
-    }
-    if (code == "['ab';'cd']") {
-      const char* const rows[] = {"ab", "cd"};
-      return HostArrayPtr(HostArray::createCharMatrixFromStrings(2, rows));
-    }
-    if (code[0] == '\'')
-      return HostArrayPtr(HostArray::createString(code.substr(1, code.size() - 2).c_str()));
-    if (code[0] == '-' || std::isdigit(static_cast<unsigned char>(code[0])))
-      return HostArrayPtr(HostArray::createDoubleScalar(std::stod(code)));
-    std::vector<UDInterface*> objects;
-    std::istringstream names(code);
-    for (std::string name; std::getline(names, name, '+');) {
-      objects.push_back(name == "A" ? a_.get() : name == "B" ? b_.get() : dead_.get());
-    }
-    return HostArrayPtr(HostArray::createHandleArray(objects));
-  }
-
-  // Calls the method with the arguments written as for arg(), separated by blanks.
-  std::vector<HostArrayPtr> invoke(const std::string& method, int nargout,
-                                   const std::string& codes) {
-    std::vector<HostArrayPtr> owned;
-    std::vector<const HostArray*> args;
-    std::istringstream words(codes);
-    for (std::string code; words >> code;) {
-      owned.push_back(arg(code));
-      args.push_back(owned.back().get());
-    }
-    std::vector<HostArrayPtr> results;
-    for (HostArray* result : hostInvokeMethod(method, nargout, args)) results.emplace_back(result);
-    return results;
+  // Calls explode on a_, which throws the kind named.
+  void explode(const char* kind) {
+    HostArrayPtr self(HostArray::createHandleArray({a_.get()})),
+        name(HostArray::createString(kind));
+    hostInvokeMethod("explode", 0, {self.get(), name.get()});
   }
 
   GaugeClass& cls_ = gaugeClass();
-  UDInterfacePtr a_, b_, dead_;
+  UDInterfacePtr a_, dead_;
   int destroyedBefore_ = 0;
 };
 
@@ -321,7 +223,7 @@ TEST_F(HostObjects, DestroyIsFinalAndMayDropTheLastReference) {
 
 // [] reaches a setter as a null text; a deleted object gives no values.
 TEST_F(HostObjects, PropertyValuesAndErrors) {
-  hostSetProperty(a_.get(), "label", arg("[]").get());
+  hostSetProperty(a_.get(), "label", HostArrayPtr(HostArray::createDoubleMatrix(0, 0)).get());
   EXPECT_EQ(show(HostArrayPtr(hostGetProperty(a_.get(), "label")).get()), "char 1x6 '<null>'");
   EXPECT_UNIT_ERROR_ID(dead_->get(nullptr, cls_.findProperty("label")), "CALVEX:InvalidObject");
 }
@@ -332,87 +234,27 @@ TEST_F(HostObjects, PropertyValuesAreFreedWhenConversionOrStoringFails) {
   int releasedArguments = cls_.failingType.releasedArguments;
   EXPECT_UNIT_ERROR_ID(HostArrayPtr(hostGetProperty(a_.get(), "faulty")), "Test:toHostValue");
   EXPECT_EQ(cls_.releasedValues - releasedValues, 1);
-  EXPECT_UNIT_ERROR_ID(hostSetProperty(a_.get(), "faulty", arg("1").get()), "Test:setValue");
+  EXPECT_UNIT_ERROR_ID(
+      hostSetProperty(a_.get(), "faulty", HostArrayPtr(HostArray::createDoubleScalar(1)).get()),
+      "Test:setValue");
   EXPECT_EQ(cls_.failingType.releasedArguments - releasedArguments, 1);
-}
-
-TEST_F(HostObjects, SignatureMatching) {
-  struct Case {
-    const char* name;
-    const char* args;
-    int nargout;
-    int signature;  // -1: none matches
-    const char* detail;
-  } cases[] = {
-      {"handle and double", "A 2", 1, 0, "factor 2"},
-      {"more results than the first has", "A 2", 2, 3, "1 gauges, factor 2"},
-      {"only the object", "A", 0, 2, "1 gauges"},
-      {"only the objects", "A+B", 1, 2, "2 gauges"},
-      {"empty double as null text", "A []", 1, 1, "<null>"},
-      {"empty char as null text", "A '' 'b'", 1, 1, "<null>,b"},
-      {"wrong type among repeated", "A 'a' 2", 1, -1, ""},
-      {"too many arguments", "A 2 3", 1, -1, ""},
-      {"wrong argument type", "A true", 1, -1, ""},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    lastMeasure = {};
-    if (c.signature < 0) {
-      EXPECT_UNIT_ERROR(invoke("measure", c.nargout, c.args), "CALVEX:NoMatchingSignature",
-                        "No method 'measure' with matching signature found for class 'Gauge'.");
-    } else {
-      invoke("measure", c.nargout, c.args);
-    }
-    EXPECT_EQ(lastMeasure.signature, c.signature);
-    EXPECT_EQ(lastMeasure.detail, c.detail);
-  }
-  // Results come back per result type; slots the method left empty stay null.
-  std::vector<HostArrayPtr> one = invoke("measure", 1, "A 'a' 'b'");
-  ASSERT_EQ(one.size(), 2u);
-  EXPECT_EQ(show(one[0].get()), "double 1x1 [2]");
-  EXPECT_EQ(one[1], nullptr);
 }
 
 // Empty and deleted handles among the arguments are in the errors transcript.
 TEST_F(HostObjects, NullArgumentsAndUnknownClassesAreRefused) {
-  EXPECT_THROW(hostInvokeMethod("measure", 1, {nullptr}), std::invalid_argument);
+  EXPECT_THROW(hostInvokeMethod("explode", 0, {nullptr}), std::invalid_argument);
   EXPECT_UNIT_ERROR(hostConstruct("Gadget"), "CALVEX:UndefinedFunction",
                     "Undefined function or variable 'Gadget'.");
 }
 
 // Whatever a method throws reaches the caller unchanged, and the results it had filled are freed.
 TEST_F(HostObjects, WhatAMethodThrowsPassesThroughAndEverythingIsFreed) {
-  EXPECT_UNIT_ERROR(invoke("explode", 0, "A 'ErrorIdException'"), "Test:Exploded", "Boom.");
-  EXPECT_UNIT_ERROR(invoke("explode", 0, "A 'Exception'"), "<Exception>", "Plain boom.");
-  EXPECT_THROW(invoke("explode", 0, "A 'runtime_error'"), std::runtime_error);
-  EXPECT_THROW(invoke("explode", 0, "A 'int'"), int);
+  EXPECT_UNIT_ERROR(explode("ErrorIdException"), "Test:Exploded", "Boom.");
+  EXPECT_UNIT_ERROR(explode("Exception"), "<Exception>", "Plain boom.");
+  EXPECT_THROW(explode("runtime_error"), std::runtime_error);
+  EXPECT_THROW(explode("int"), int);
   a_.reset();  // no handle result kept a reference
   EXPECT_EQ(destroyed(), 1);
-}
-
-TEST_F(HostObjects, ArgumentTypesAcceptHostValues) {
-  struct Case {
-    const char* type;
-    std::vector<const char*> accepted, refused;
-  } cases[] = {
-      {"double", {"2"}, {"zeros(1,2)", "true"}},
-      {"bool", {"true"}, {"1"}},
-      {"string", {"'ab'", "[]", "''"}, {"['ab';'cd']", "2"}},
-      {"handle", {"A"}, {"A+B", "none"}},
-      {"handle vector", {"A", "A+B", "none"}, {"'A'"}},
-      {"int32", {"2", "int32(2)"}, {"zeros(1,2)"}},
-      {"string vector", {}, {"'a'"}},
-      {"int vector", {}, {"zeros(1,2)"}},
-      {"CALVEX array", {"['ab';'cd']"}, {}},
-  };
-  for (const Case& c : cases) {
-    for (bool accepted : {true, false}) {
-      for (const char* value : accepted ? c.accepted : c.refused) {
-        SCOPED_TRACE(std::string(c.type) + " from " + value);
-        EXPECT_EQ(typeNamed(c.type)->acceptsHostValue(arg(value).get()), accepted);
-      }
-    }
-  }
 }
 
 TEST(HostDataTypes, UnknownTypesAreRefusedAndNullValuesShowAsEmptyArrays) {
@@ -430,27 +272,19 @@ TEST(HostDataTypes, UnknownTypesAreRefusedAndNullValuesShowAsEmptyArrays) {
                     "The text must not hold a NUL byte.");
 }
 
-// What compare sees of the properties' types: NaN equals NaN, a null text the empty one.
-TEST(HostDataTypes, EqualityOfNativeValues) {
-  double one = 1, nan = std::nan(""), alsoNan = std::nan("");
-  unsigned char yes = 1, alsoYes = 1, no = 0;
-  char ab[] = "ab", alsoAb[] = "ab";
-  struct Case {
-    const char* type;
-    const void* a;
-    const void* b;
-    bool equal;
-  } cases[] = {
-      {"double", &nan, &alsoNan, true}, {"double", &nan, &one, false},
-      {"double", &one, nullptr, false}, {"bool", &yes, &alsoYes, true},
-      {"bool", &yes, &no, false},       {"string", ab, alsoAb, true},
-      {"string", nullptr, "", true},    {"string", nullptr, ab, false},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(testing::Message() << c.type << " case " << (&c - cases));
-    EXPECT_EQ(typeNamed(c.type)->isEqual(c.a, c.b), c.equal);
-    EXPECT_EQ(typeNamed(c.type)->isEqual(c.b, c.a), c.equal);
-  }
+// What no statement gives: an int32 value, a text where objects are taken, and what compare
+// sees of null and logical values (a module's property is never null, and the units' and
+// prefixes' builtin follows from their names). NaN equal to NaN is in the classes transcript.
+TEST(HostDataTypes, ValuesNoStatementGives) {
+  HostArrayPtr int32(HostArray::createInt32Matrix(1, 1)), name(HostArray::createString("A"));
+  EXPECT_TRUE(typeNamed("int32")->acceptsHostValue(int32.get()));
+  EXPECT_FALSE(typeNamed("handle vector")->acceptsHostValue(name.get()));
+  double one = 1;
+  unsigned char yes = 1, no = 0;
+  EXPECT_FALSE(typeNamed("double")->isEqual(&one, nullptr));
+  EXPECT_FALSE(typeNamed("bool")->isEqual(&yes, &no));
+  EXPECT_TRUE(typeNamed("string")->isEqual(nullptr, ""));
+  EXPECT_FALSE(typeNamed("string")->isEqual(nullptr, "ab"));
 }
 
 }  // namespace

@@ -8,9 +8,13 @@
 #include <vector>
 
 #include "host/Console.hpp"
+#include "host/DebugQuitException.hpp"
+#include "host/FailureReport.hpp"
+#include "host/InterruptException.hpp"
 #include "host/MessageTable.hpp"
 #include "host/Numeric.hpp"
 #include "host/StringUtils.hpp"
+#include "host/UserException.hpp"
 #include "host/Warning.hpp"
 #include "host/ZophError.hpp"
 #include "tests/support/ErrorCapture.hpp"
@@ -104,6 +108,17 @@ TEST(HostWarnings, ATextArgumentIsFormattedWhenRead) {
   ut_warning_id_str(utGetWarningContext(), "Test:Named", 0x7F0003, "w");
   EXPECT_EQ(utLastWarningText(), "Named 'w'.");
   utSetWarningHandler(previous);
+}
+
+// Kinds that the module's call into the host language turns into errors with identifiers
+// before the shell sees them; the others are in the interpreter's test.
+TEST(HostErrors, EveryKindOfFailureIsReported) {
+  EXPECT_EQ(FailureReport::capture([] { throw fl::except::UserException("User:Id", "text"); }),
+            "Error (User:Id): text");
+  EXPECT_EQ(FailureReport::capture([] { throw Tarnwick::System::InterruptException(); }),
+            "Error (CALVEX:interrupt): Interrupted.");
+  EXPECT_EQ(FailureReport::capture([] { throw Tarnwick::System::DebugQuitException(); }),
+            "Error (CALVEX:dbquit): Left the debugger.");
 }
 
 }  // namespace

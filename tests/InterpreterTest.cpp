@@ -10,117 +10,55 @@
 #include <utility>
 #include <vector>
 
+#include "host/DebugQuitException.hpp"
 #include "host/ErrorIdException.hpp"
-#include "host/UDApplication.hpp"
-#include "host/UDApplicationManager.hpp"
-#include "host/UDClass.hpp"
-#include "host/UDInterface.hpp"
-#include "host/UDMethodInfo.hpp"
-#include "host/UDMethodSignature.hpp"
+#include "host/HostFunctions.hpp"
+#include "host/InterruptException.hpp"
 #include "host/UserException.hpp"
 #include "host/interpreter/Interpreter.hpp"
 #include "tests/support/ErrorCapture.hpp"
 #include "tests/support/HostCalls.hpp"
+#include "tests/support/Pristine.hpp"
 
 namespace {
 
-// A method of one signature (a handle, then `arguments`) whose body is given as a function.
-class ProbeMethod : public UDMethodInfo {
- public:
-  using Body = std::function<void(void** args)>;
-  ProbeMethod(const char* name, std::vector<const char*> arguments,
-              std::vector<const char*> results, Body body)
-      : UDMethodInfo(false), body_(std::move(body)) {
-    setName(name, false);
-    auto* signature = new UDMethodSignature;
-    signature->addArgument("handle", nullptr);
-    for (const char* type : arguments) signature->addArgument(type, nullptr);
-    for (const char* type : results) signature->addResult(type);
-    addMethodSignature(signature);
-  }
-  void invokeMethod(UDMethodSignature*, int*, void**, int, void** args) override { body_(args); }
-
- private:
-  Body body_;
-};
-
-// "empty" fills no result slot; "fail(k)" throws the k-th kind of failure.
-class ProbeClass : public UDClass {
- public:
-  ProbeClass() {
-    setName("Probe", false);
-    addConstructorSignature(new UDMethodSignature);
-    addMethod(new ProbeMethod("empty", {}, {"double"}, [](void**) {}));
-    addMethod(new ProbeMethod("fail", {"double"}, {}, [](void** args) {
-      int kind = static_cast<int>(*static_cast<double*>(args[1]));
-      if (kind == 1) throw new ErrorIdException("Probe:Failed", "it failed");
-      if (kind == 2) throw new Exception("plain failure");
-      if (kind == 3) throw std::runtime_error("std failure");
-      if (kind == 4) throw fl::except::UserException("User:Id", "user failure");
-      throw 42;
-    }));
-  }
-  UDInterface* createClassSpecificObject(UDInterface*) override {
-    return new UDInterface(&payload_, this, nullptr);
-  }
-  void destroyObject(UDInterface* object) override { object->setObject(nullptr); }
-
- private:
-  int payload_ = 0;
-};
-
 class InterpreterTest : public ModuleFixture {
  protected:
-  void SetUp() override {
-    ModuleFixture::SetUp();
-    static bool registered = [] {
-      auto* application = new UDApplication("ProbeApp", false);
-      application->addClass(new ProbeClass);
-      UDApplicationManager::addApplication(application);
-      return true;
-    }();
-    (void)registered;
-    run("p = Probe;");
-  }
-
-  // What the line printed; its outcome in `outcome`.
+  // What the line printed.
   std::string run(const std::string& line) {
     ConsoleCapture console;
-    outcome = interpreter.execute(line);
+    interpreter.execute(line);
     return console.text();
   }
 
-  // Runs the lines in order, each expected to print exactly its text and end as `expected`.
-  void expectTranscript(const std::vector<std::pair<const char*, const char*>>& lines,
-                        Interpreter::Outcome expected = Interpreter::Outcome::kCompleted) {
-    for (const auto& [line, printed] : lines) {
-      SCOPED_TRACE(line);
-      EXPECT_EQ(run(line), printed);
-      EXPECT_EQ(outcome, expected);
-    }
-  }
-
   Interpreter interpreter;
-  Interpreter::Outcome outcome = Interpreter::Outcome::kCompleted;
 };
 
-// A result the method leaves unset shows nothing, and assigns an empty array.
-TEST_F(InterpreterTest, AResultLeftUnsetIsEmpty) {
-  expectTranscript({{"p.empty", ""}, {"x = p.empty", "x = []\n"}});
-}
-
-TEST_F(InterpreterTest, EveryKindOfFailurePrintsAndTheNextLineRuns) {
-  expectTranscript(
-      {
-          {"p.fail(1)", "Error (Probe:Failed): it failed\n"},
-          {"p.fail(2)", "Error: plain failure\n"},
-          {"p.fail(3)", "Error: std failure\n"},
-          {"p.fail(4)", "Error (User:Id): user failure\n"},
-          {"p.fail(5)", "Error: An unknown failure ended the statement.\n"},
-          {"exit(1)", "Error (CALVEX:TooManyInputs): Too many input arguments.\n"},
-      },
-      Interpreter::Outcome::kFailed);
-  expectTranscript({{"x = 1", "x = 1\n"}, {"", ""}, {"% nothing", ""}});
+// Through a quantity's register, which calls back into the host: the failures a host function
+// raises reach the statement (the host's own kinds with an identifier) and print.
+PRISTINE_TEST_F(InterpreterTest, EveryKindOfFailurePrints) {
+  struct Case {
+    std::function<void()> fail;
+    const char* printed;
+  } cases[] = {
+      {[] { throw new ErrorIdException("Host:Raised", "raised in the host"); },
+       "Error (Host:Raised): raised in the host\n"},
+      {[] { throw fl::except::UserException("User:Error", "user text"); },
+       "Error (User:Error): user text\n"},
+      {[] { throw Tarnwick::System::DebugQuitException(); }, "Error (CALVEX:dbquit): \n"},
+      {[] { throw Tarnwick::System::InterruptException(); }, "Error (CALVEX:interupt): \n"},
+      {[] { throw new Exception("plain failure"); }, "Error: plain failure\n"},
+      {[] { throw std::runtime_error("std failure"); }, "Error: std failure\n"},
+      {[] { throw 42; }, "Error: An unknown failure ended the statement.\n"},
+  };
+  run("q = PhysicalQuantity;");
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.printed);
+    hostRegisterFunction("zophregisterquantity",
+                         [fail = c.fail](int, HostArray**, int, HostArray**) { fail(); });
+    EXPECT_EQ(run("q.register"), c.printed);
+    EXPECT_EQ(run("x = 1"), "x = 1\n");
+  }
 }
 
 // A run of signs folds into one node: reading and evaluating it needs no deep recursion.

@@ -1,12 +1,10 @@
-// The module's frame: entry points, the five host classes, host objects of registered
-// units and prefixes, and the protected call into host-language code.
+// The module's frame: the manager's one object, the lifetimes of the host objects of units
+// that are constructed and registered, and the protected call into host-language code. That
+// every registered unit and prefix has a host object shows in the transcripts' lists.
 
 #include <gtest/gtest.h>
 
-#include "host/DebugQuitException.hpp"
-#include "host/ErrorIdException.hpp"
 #include "host/HostFunctions.hpp"
-#include "host/InterruptException.hpp"
 #include "host/UDDatabaseClient.hpp"
 #include "host/UDHostCalls.hpp"
 #include "host/UserException.hpp"
@@ -14,40 +12,11 @@
 #include "tests/support/HostCalls.hpp"
 #include "tests/support/Pristine.hpp"
 #include "units/UnitManager.hpp"
-#include "units/UnitPrefixManager.hpp"
-#include "units/udd/QuantityDimensionUDC.hpp"
-#include "units/udd/UnitPrefixUDC.hpp"
-#include "units/udd/UnitSystemUDC.hpp"
-#include "units/udd/UnitsModule.hpp"
-#include "units/udd/UnitsUDC.hpp"
 
 namespace TwUnits {
 namespace {
 
 using UnitsModule = ModuleFixture;
-
-PRISTINE_TEST_F(UnitsModule, RegisteredUnitsAndPrefixesHaveHostObjects) {
-  UnitManager* units = UnitManager::Instance();
-  for (int q = 0; q < units->getNumQuantityLists(); ++q) {
-    for (int u = 0; u < static_cast<int>(units->getNumUnits(q)); ++u) {
-      const UnitRepresentation* unit = units->getUnitRepresentation(q, u);
-      SCOPED_TRACE(unit->getName());
-      if (unit->getName() == "dimensionless") {
-        EXPECT_EQ(unit->getUDI(), nullptr);
-        continue;
-      }
-      ASSERT_NE(unit->getUDI(), nullptr);
-      EXPECT_EQ(unit->getUDI()->getObject(), unit);
-      EXPECT_EQ(unit->getUDI()->getClass(), GetUnitsUDC());
-      EXPECT_EQ(unit->getUDI()->getLifecycleState(), UDInterface::kExternal);
-    }
-  }
-  UnitPrefixManager* prefixes = UnitPrefixManager::Instance();
-  for (int p = 0; p < prefixes->getNumPrefixes(); ++p) {
-    ASSERT_NE(prefixes->getPrefix(p)->getUDI(), nullptr);
-    EXPECT_EQ(prefixes->getPrefix(p)->getUDI()->getObject(), prefixes->getPrefix(p));
-  }
-}
 
 PRISTINE_TEST_F(UnitsModule, ConstructingTheManagerTwiceYieldsTheSameObject) {
   UDInterfacePtr first(hostConstruct("UnitManager")), second(hostConstruct("UnitManager"));
@@ -97,30 +66,13 @@ PRISTINE_TEST_F(UnitsModule, AnUnregisteredConstructedObjectFreesItsOwnUnit) {
   EXPECT_EQ(getText(same, "name"), "kilometer");
 }
 
-// The host failures of a protected call, through "PhysicalQuantity"'s "register".
-PRISTINE_TEST_F(UnitsModule, ProtectedCallTranslatesHostFailures) {
-  struct Case {
-    std::function<void()> fail;
-    const char* identifier;
-    const char* message;
-  } cases[] = {
-      {[] { throw new ErrorIdException("Host:Raised", "raised in the host"); }, "Host:Raised",
-       "raised in the host"},
-      {[] { throw fl::except::UserException("User:Error", "user text"); }, "User:Error",
-       "user text"},
-      {[] { throw Tarnwick::System::DebugQuitException(); }, "CALVEX:dbquit", ""},
-      {[] { throw Tarnwick::System::InterruptException(); }, "CALVEX:interupt", ""},
-  };
-  UDInterface* quantity = construct("PhysicalQuantity");
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.identifier);
-    hostRegisterFunction("zophregisterquantity",
-                         [&](int, HostArray**, int, HostArray**) { c.fail(); });
-    EXPECT_UNIT_ERROR(call(quantity, "register", 0), c.identifier, c.message);
-  }
-  hostRegisterFunction("zophregisterquantity",
-                       [](int, HostArray**, int, HostArray**) { throw 42; });
-  EXPECT_THROW(call(quantity, "register", 0), int);
+// A host function's user error reaches the module's callers as an error of the host's. What
+// the other kinds of failure become is in the interpreter's test.
+PRISTINE_TEST_F(UnitsModule, AProtectedCallTurnsAUserErrorIntoAnError) {
+  hostRegisterFunction("zophregisterquantity", [](int, HostArray**, int, HostArray**) {
+    throw fl::except::UserException("User:Error", "user text");
+  });
+  EXPECT_UNIT_ERROR(call(construct("PhysicalQuantity"), "register", 0), "User:Error", "user text");
 }
 
 }  // namespace
