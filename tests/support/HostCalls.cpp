@@ -6,7 +6,6 @@
 
 HostArrayPtr text(const char* value) { return HostArrayPtr(HostArray::createString(value)); }
 HostArrayPtr num(double value) { return HostArrayPtr(HostArray::createDoubleScalar(value)); }
-HostArrayPtr flag(bool value) { return HostArrayPtr(HostArray::createLogicalScalar(value)); }
 HostArrayPtr handles(const std::vector<UDInterface*>& objects) {
   return HostArrayPtr(HostArray::createHandleArray(objects));
 }

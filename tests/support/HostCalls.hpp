@@ -5,7 +5,7 @@
 //
 //   ModuleFixture initialises the module as the host does (again: harmless).
 //   Results r = call(manager(), "calculateconversion", 1, {text("mile"), text("meter"), num(1)});
-//   EXPECT_EQ(r.number(0), 1609.344);
+//   EXPECT_EQ(r.at(0)->getPr()[0], 1609.344);
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,6 @@
 
 HostArrayPtr text(const char* value);
 HostArrayPtr num(double value);
-HostArrayPtr flag(bool value);
 HostArrayPtr handles(const std::vector<UDInterface*>& objects);
 HostArrayPtr row(const std::vector<double>& values, std::size_t rows = 1);
 
@@ -28,8 +27,6 @@ struct Results {
   std::vector<HostArrayPtr> values;
 
   const HostArray* at(std::size_t i) const { return values.at(i).get(); }
-  double number(std::size_t i) const { return at(i)->getPr()[0]; }
-  bool logical(std::size_t i) const { return at(i)->getLogicals()[0]; }
   UDInterface* handle(std::size_t i) const {
     return at(i)->isEmpty() ? nullptr : at(i)->getHandle(0);
   }
