@@ -4,7 +4,6 @@
 #include <cstring>
 #include <new>
 #include <stdexcept>
-#include <utility>
 
 namespace TwUnits {
 
@@ -78,11 +77,16 @@ void UnitMultiset::setBlock(unsigned char* address) {
   std::memcpy(blockSlot(), &address, sizeof address);
 }
 
-UnitBase* UnitMultiset::units() { return const_cast<UnitBase*>(std::as_const(*this).units()); }
+// Lent storage is kept as the address a block's header would have, so that finding the
+// units takes one test, as it did before sets could borrow.
+UnitBase* UnitMultiset::units() {
+  return reinterpret_cast<UnitBase*>((count_ & (kInBlock | kLent)) != 0 ? block() + kHeader
+                                                                        : room_);
+}
 
 const UnitBase* UnitMultiset::units() const {
-  if (lent()) return reinterpret_cast<const UnitBase*>(block());
-  return reinterpret_cast<const UnitBase*>(inBlock() ? block() + kHeader : room_);
+  return reinterpret_cast<const UnitBase*>((count_ & (kInBlock | kLent)) != 0 ? block() + kHeader
+                                                                              : room_);
 }
 
 namespace {
@@ -99,7 +103,8 @@ void UnitMultiset::lendStorage(UnitBase* storage, std::size_t capacity) {
   const std::size_t count = size();
   std::memcpy(static_cast<void*>(storage), units(), count * sizeof(UnitBase));
   releaseBlock();
-  setBlock(reinterpret_cast<unsigned char*>(storage));
+  // Kept as a block's address would be: four bytes before the storage, in its allocation.
+  setBlock(reinterpret_cast<unsigned char*>(storage) - kHeader);
   const auto capacity32 = static_cast<std::uint32_t>(capacity);
   std::memcpy(room_ + kLentCapacityAt, &capacity32, sizeof capacity32);
   count_ = static_cast<std::uint32_t>(count) | kLent;

@@ -59,7 +59,8 @@ class UnitMultiset {
   void repeat(long long times);
   // Moves the units into `storage`, room for `capacity` units at least size(), which the
   // caller keeps as long as the set lives and frees itself: the set never frees it, and
-  // moves to a block of its own when it outgrows it or is moved from.
+  // moves to a block of its own when it outgrows it or is moved from. The storage lies at
+  // least four bytes into the allocation that holds it.
   void lendStorage(UnitBase* storage, std::size_t capacity);
   // Replaces every unit by rewrite(unit); the rewrite must keep the units' order.
   template <typename Rewrite>
