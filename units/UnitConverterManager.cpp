@@ -256,7 +256,6 @@ void UnitConverterManager::removeConversionFunctionsForUnit(int quantity, int un
 }
 
 void UnitConverterManager::QuantityUnits::push_back(const Affine<long double>& converter) {
-  places.reserve(places.size() + 1);
   if (freePlaces.empty()) {
     toFirst.push_back(converter);
     places.push_back(static_cast<std::uint32_t>(toFirst.size() - 1));
