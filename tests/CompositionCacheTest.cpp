@@ -11,15 +11,21 @@
 namespace TwUnits {
 namespace {
 
-// A composition told apart by its multiplier.
+// A composition told apart by its multiplier, with up to 9 units a side (the entry holds
+// those of a side too many to fit inside it).
 std::unique_ptr<UnitComposition> tagged(double tag) {
-  auto composition = std::make_unique<UnitComposition>();
+  UnitMultiset numerator, denominator;
+  for (int i = 0; i < static_cast<int>(tag) % 10; ++i) numerator.insert(UnitBase(0, i, -1));
+  for (int i = 0; i < static_cast<int>(tag) % 7; ++i) denominator.insert(UnitBase(1, i, -1));
+  auto composition = std::make_unique<UnitComposition>(numerator, denominator);
   composition->setMultiplier(tag);
   return composition;
 }
 
 double tagOf(const UnitComposition* composition) {
-  return composition == nullptr ? -1.0 : composition->getMultiplier();
+  if (composition == nullptr) return -1.0;
+  return *composition == *tagged(composition->getMultiplier()) ? composition->getMultiplier()
+                                                               : -2.0;
 }
 
 TEST(CompositionCache, InsertKeepsAssignReplaces) {

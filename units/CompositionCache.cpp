@@ -4,6 +4,7 @@
 #include <cassert>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -61,7 +62,7 @@ std::uint64_t CompositionCache::hashOf(std::string_view text) {
 
 namespace {
 
-constexpr std::size_t kGrain = 16;
+constexpr std::size_t kGrain = 8;  // an entry's alignment
 constexpr std::size_t kFirstBlock = std::size_t{64} << 10;
 constexpr std::size_t kLargestBlock = std::size_t{2} << 20;  // a huge page
 
@@ -110,17 +111,31 @@ void CompositionCache::Arena::release(void* memory, std::size_t size) {
   released_[sizeClass].push_back(memory);
 }
 
-CompositionCache::Entry* CompositionCache::makeEntry(std::string_view text, std::uint64_t hash,
+CompositionCache::Entry* CompositionCache::makeEntry(std::string_view text,
                                                      UnitComposition&& composition) {
-  void* memory = arena_.allocate(sizeof(Entry) + text.size());
+  // A side that does not fit inside itself would take a heap block of its own; its units
+  // go into the entry instead (unless there are very many of them).
+  static_assert(alignof(Entry) <= kGrain, "the arena aligns entries");
+  auto outsideOf = [](const UnitMultiset& side) {
+    return side.size() > UnitMultiset::kInside ? side.size() : 0;
+  };
+  std::size_t numerator = outsideOf(composition.numerator_);
+  std::size_t denominator = outsideOf(composition.denominator_);
+  if (numerator + denominator > std::numeric_limits<std::uint16_t>::max())
+    numerator = denominator = 0;
+  const auto outside = static_cast<std::uint16_t>(numerator + denominator);
+  void* memory = arena_.allocate(sizeof(Entry) + outside * sizeof(UnitBase) + text.size());
   Entry* entry =
-      new (memory) Entry(std::move(composition), hash, static_cast<std::uint32_t>(text.size()));
-  std::memcpy(reinterpret_cast<char*>(entry + 1), text.data(), text.size());
+      new (memory) Entry(std::move(composition), static_cast<std::uint32_t>(text.size()), outside);
+  if (numerator > 0) entry->composition.numerator_.lendStorage(entry->units(), numerator);
+  if (denominator > 0)
+    entry->composition.denominator_.lendStorage(entry->units() + numerator, denominator);
+  std::memcpy(const_cast<char*>(entry->text().data()), text.data(), text.size());
   return entry;
 }
 
 void CompositionCache::freeEntry(Entry* entry) {
-  std::size_t size = sizeof(Entry) + entry->length;
+  std::size_t size = entry->bytes();
   entry->~Entry();
   arena_.release(entry, size);
 }
@@ -148,12 +163,13 @@ std::size_t CompositionCache::slotOf(std::string_view text, std::uint64_t hash) 
     if (held == kEmpty) return slot;
     if (heldHash(held) != (hash & kIndexBits)) continue;
     const Entry* entry = entries_[entryIndex(held)];
-    if (entry->hash == hash && entry->text() == text) return slot;
+    if (entry->text() == text) return slot;
   }
 }
 
 std::size_t CompositionCache::slotOfEntry(std::size_t index) const {
-  for (std::size_t slot = entries_[index]->hash & mask_;; slot = (slot + 1) & mask_) {
+  // The entry keeps no hash: its text is hashed again.
+  for (std::size_t slot = hashOf(entries_[index]->text()) & mask_;; slot = (slot + 1) & mask_) {
     if (slots_[slot] != kEmpty && entryIndex(slots_[slot]) == index) return slot;
     assert(slots_[slot] != kEmpty && "every entry has a slot");
   }
@@ -198,7 +214,7 @@ std::size_t CompositionCache::insertAt(std::size_t slot, std::string_view text, 
     grow();
     slot = slotOf(text, hash);
   }
-  entries_.push_back(makeEntry(text, hash, std::move(composition)));
+  entries_.push_back(makeEntry(text, std::move(composition)));
   slots_[slot] = slotValue(entries_.size() - 1, hash);
   return slot;
 }
@@ -237,7 +253,8 @@ void CompositionCache::eraseEntry(std::size_t index) {
   // The last entry fills the freed place in the dense list.
   std::size_t last = entries_.size() - 1;
   if (index != last) {
-    slots_[slotOfEntry(last)] = slotValue(index, entries_[last]->hash);
+    const std::size_t moved = slotOfEntry(last);
+    slots_[moved] = slotValue(index, heldHash(slots_[moved]));
     entries_[index] = entries_[last];
   }
   entries_.pop_back();

@@ -5,8 +5,9 @@
 // and of every composition text the registry has verified, by exact text. Every
 // conversion between texts looks both of them up here, so a look-up hashes the text
 // once and probes an open-addressing index whose size is a power of two (no division).
-// Each entry is one allocation that holds the composition and the text itself. The
-// order of visits is unspecified.
+// Each entry is one allocation that holds the composition, the units of a side of the
+// fraction too many to fit inside it, and the text itself. The order of visits is
+// unspecified.
 //
 // Example:
 //   CompositionCache cache;
@@ -77,20 +78,26 @@ class CompositionCache {
   static std::uint64_t hashOf(std::string_view text);
 
  private:
-  // One allocation: the entry, then the text's bytes.
+  // One allocation: the entry, then the units that the composition's sides hold outside
+  // themselves (a side with more units than fit inside it), then the text's bytes.
   struct Entry {
-    Entry(UnitComposition&& made, std::uint64_t textHash, std::uint32_t textLength)
-        : composition(made), hash(textHash), length(textLength) {}
-    std::string_view text() const { return {reinterpret_cast<const char*>(this + 1), length}; }
+    // Copied, not moved, so that each side is sized to its units.
+    Entry(UnitComposition&& made, std::uint32_t textLength, std::uint16_t unitsOutside)
+        : composition(made), length(textLength), outside(unitsOutside) {}
+    UnitBase* units() { return reinterpret_cast<UnitBase*>(this + 1); }
+    std::string_view text() const {
+      return {reinterpret_cast<const char*>(this + 1) + outside * sizeof(UnitBase), length};
+    }
+    std::size_t bytes() const { return sizeof(Entry) + outside * sizeof(UnitBase) + length; }
 
     UnitComposition composition;
-    std::uint64_t hash;
     const UnitRepresentationApi* unit = nullptr;
     std::uint32_t length;
+    std::uint16_t outside;
     bool marked = false;
   };
   // Where the entries live: memory taken in large blocks (huge pages where the system
-  // offers them), handed out in sizes rounded to 16 bytes and taken back for reuse. A
+  // offers them), handed out in sizes rounded to 8 bytes and taken back for reuse. A
   // cache of many texts costs little more than its bytes, and little time to grow.
   class Arena {
    public:
@@ -112,7 +119,7 @@ class CompositionCache {
     std::vector<std::vector<void*>> released_;  // by size / 16
   };
 
-  Entry* makeEntry(std::string_view text, std::uint64_t hash, UnitComposition&& composition);
+  Entry* makeEntry(std::string_view text, UnitComposition&& composition);
   void freeEntry(Entry* entry);
   // A slot holds the entry's index + 1 in its low half and the low half of the entry's
   // hash in its high half: enough to find the home slot and to pass over most other

@@ -102,6 +102,7 @@ class UnitComposition : public UnitCompositionApi {
 
  private:
   friend std::ostream& operator<<(std::ostream& out, const UnitComposition& composition);
+  friend class CompositionCache;  // lends the units storage in its entries
 
   int resolveQuantityType() const;
   bool holdsPrefix() const;

@@ -97,8 +97,8 @@ Float nearest(const Fraction& value) {
 // Appends the new unit's converter into the quantity's first unit, given its converter
 // into the reference unit, and returns how many units joined: the quantity's first
 // converter introduces both units 0 and 1, either way round.
-template <typename T>
-int appendToFirst(std::vector<detail::Affine<T>>& toFirst, int newUnit, int referenceUnit,
+template <typename T, typename List>
+int appendToFirst(List& toFirst, int newUnit, int referenceUnit,
                   const detail::Affine<T>& toReference) {
   int count = static_cast<int>(toFirst.size());
   if (count == 0) {
@@ -142,7 +142,7 @@ UnitConverterManager::~UnitConverterManager() = default;
 
 UnitConverter UnitConverterManager::tableEntry(int quantity, int fromUnit, int toUnit) const {
   const QuantityUnits& units = quantities_.at(static_cast<std::size_t>(quantity));
-  checkUnitIndexes(static_cast<int>(units.toFirst.size()), fromUnit, toUnit);
+  checkUnitIndexes(static_cast<int>(units.size()), fromUnit, toUnit);
   if (fromUnit == toUnit) return *identity_;
   UnitConverter entry(1.0, 0.0);
   if (fromUnit < units.builtinCount && toUnit < units.builtinCount) {
@@ -152,8 +152,8 @@ UnitConverter UnitConverterManager::tableEntry(int quantity, int fromUnit, int t
   } else {
     // Into the first unit and out of it again; the offsets cancel exactly for units
     // that share one.
-    const Affine<long double>& from = units.toFirst[static_cast<std::size_t>(fromUnit)];
-    const Affine<long double>& to = units.toFirst[static_cast<std::size_t>(toUnit)];
+    const Affine<long double>& from = units[static_cast<std::size_t>(fromUnit)];
+    const Affine<long double>& to = units[static_cast<std::size_t>(toUnit)];
     entry = UnitConverter(static_cast<double>(from.multiplier / to.multiplier),
                           static_cast<double>((from.offset - to.offset) / to.multiplier));
   }
@@ -164,7 +164,7 @@ UnitConverter UnitConverterManager::tableEntry(int quantity, int fromUnit, int t
 }
 
 std::size_t UnitConverterManager::getTableSize(int quantity) const {
-  std::size_t units = quantities_.at(static_cast<std::size_t>(quantity)).toFirst.size();
+  std::size_t units = quantities_.at(static_cast<std::size_t>(quantity)).size();
   return units * units;
 }
 
@@ -203,20 +203,20 @@ void UnitConverterManager::addBaseUnitConverter(int quantity, int newUnit, int r
                                                 UnitConverter* converter) {
   std::unique_ptr<UnitConverter> owned(converter);
   raiseUnitCount(quantity,
-                 appendToFirst<long double>(baseQuantity(quantity).toFirst, newUnit, referenceUnit,
+                 appendToFirst<long double>(baseQuantity(quantity), newUnit, referenceUnit,
                                             {owned->getMultiplier(), owned->getOffset()}));
 }
 
 void UnitConverterManager::addBuiltinBaseUnitConverter(int quantity, int newUnit, int referenceUnit,
                                                        const char* multiplier, const char* offset) {
   QuantityUnits& units = baseQuantity(quantity);
-  if (static_cast<int>(units.toFirst.size()) != units.builtinCount)
+  if (static_cast<int>(units.size()) != units.builtinCount)
     throw std::logic_error("built-in units come before user units");
   std::vector<Affine<Fraction>>& exact = exact_->units[static_cast<std::size_t>(quantity)];
   int joined = appendToFirst<Fraction>(exact, newUnit, referenceUnit,
                                        {exactDecimal(multiplier), exactDecimal(offset)});
-  for (std::size_t unit = units.toFirst.size(); unit < exact.size(); ++unit) {
-    units.toFirst.push_back(
+  for (std::size_t unit = units.size(); unit < exact.size(); ++unit) {
+    units.push_back(
         {nearest<long double>(exact[unit].multiplier), nearest<long double>(exact[unit].offset)});
   }
 
@@ -249,10 +249,26 @@ void UnitConverterManager::addBuiltinBaseUnitConverter(int quantity, int newUnit
 
 void UnitConverterManager::removeConversionFunctionsForUnit(int quantity, int unit) {
   QuantityUnits& units = quantities_.at(static_cast<std::size_t>(quantity));
-  checkUnitIndexes(static_cast<int>(units.toFirst.size()), unit, unit);
+  checkUnitIndexes(static_cast<int>(units.size()), unit, unit);
   if (unit < units.builtinCount)
     throw std::invalid_argument("a built-in unit's converters stay in the table");
-  units.toFirst.erase(units.toFirst.begin() + unit);
+  units.erase(static_cast<std::size_t>(unit));
+}
+
+void UnitConverterManager::QuantityUnits::push_back(const Affine<long double>& converter) {
+  if (freePlaces.empty()) {
+    toFirst.push_back(converter);
+    places.push_back(static_cast<std::uint32_t>(toFirst.size() - 1));
+  } else {
+    toFirst[freePlaces.back()] = converter;
+    places.push_back(freePlaces.back());
+    freePlaces.pop_back();
+  }
+}
+
+void UnitConverterManager::QuantityUnits::erase(std::size_t unit) {
+  freePlaces.push_back(places[unit]);
+  places.erase(places.begin() + static_cast<std::ptrdiff_t>(unit));
 }
 
 bool UnitConverterManager::checkForConnectivity(const ConverterList* list, int unit) const {

@@ -121,10 +121,17 @@ class UnitConverterManager : public UnitConverterManagerApi {
   using Affine = detail::Affine<T>;
 
   struct QuantityUnits {
-    // Each unit's converter into the quantity's first unit, by unit index, carried with
-    // more precision than a double so that an entry composed from two of them is
-    // rounded to a double once.
-    std::vector<Affine<long double>> toFirst;
+    // Each unit's converter into the quantity's first unit, carried with more precision
+    // than a double so that an entry composed from two of them is rounded to a double
+    // once. A unit's converter keeps its place in `toFirst`; the units in index order
+    // are the list of their places, so a removal moves 4 bytes of each later unit.
+    std::size_t size() const { return places.size(); }
+    const Affine<long double>& operator[](std::size_t unit) const { return toFirst[places[unit]]; }
+    void push_back(const Affine<long double>& converter);
+    void erase(std::size_t unit);
+    std::vector<Affine<long double>> toFirst;  // by place
+    std::vector<std::uint32_t> places;         // by unit index
+    std::vector<std::uint32_t> freePlaces;
     // Between the built-in units, which come first and never move: builtinCount
     // squared entries, row by source unit.
     std::vector<UnitConverter> builtinPairs;

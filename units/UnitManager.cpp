@@ -94,11 +94,8 @@ void UnitManager::setup() {
 }
 
 void UnitManager::appendQuantityLists() {
-  unitNames_.emplace_back();
+  units_.emplace_back();
   unitCounts_.push_back(0);
-  compositions_.emplace_back();
-  definitions_.emplace_back();
-  serials_.emplace_back();
 }
 
 void UnitManager::setupBuiltinUnits() {
@@ -111,21 +108,41 @@ void UnitManager::setupBuiltinUnits() {
 }
 
 void UnitManager::addBaseUnit(int quantity, const char* name, bool libraryVisible) {
-  int index = static_cast<int>(at(unitNames_, quantity).size());
-  at(unitNames_, quantity).push_back(name);
-  places_[name] = {quantity, nextSerial_};
-  at(serials_, quantity).push_back(nextSerial_++);
-  at(definitions_, quantity)
-      .push_back(std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible));
+  const auto index = static_cast<std::uint32_t>(at(units_, quantity).order.size());
   // "dimensionless" is the empty composition; every other base unit is itself.
   UnitComposition composition;
-  if (quantity != kDimensionlessIndex) {
-    composition = UnitComposition(
-        UnitBase(static_cast<std::uint32_t>(quantity), static_cast<std::uint32_t>(index), -1));
-  }
+  if (quantity != kDimensionlessIndex)
+    composition = UnitComposition(UnitBase(static_cast<std::uint32_t>(quantity), index, -1));
+  auto owned = std::make_unique<UnitRepresentation>(name, name, 1.0, 0.0, libraryVisible);
+  UnitRepresentation* definition = owned.get();
+  appendUnit(quantity, name, std::move(owned), composition);
   cache_.assign(name, std::make_unique<UnitComposition>(composition));
-  cache_.setUnit(name, at(definitions_, quantity).back().get(), false);
-  at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(composition));
+  cache_.setUnit(name, definition, false);
+}
+
+int UnitManager::appendUnit(int quantity, const std::string& name,
+                            std::unique_ptr<UnitRepresentation> definition,
+                            const UnitComposition& composition) {
+  UnitList& list = at(units_, quantity);
+  const std::size_t place =
+      list.freePlaces.empty() ? list.definitions.size() : list.freePlaces.back();
+  if (place >= (std::size_t{1} << UnitList::kPlaceBits) ||
+      nextSerial_ >= (std::uint64_t{1} << (64 - UnitList::kPlaceBits)))
+    throw std::length_error("the unit registry cannot hold so many units");
+  auto stored = std::make_unique<UnitComposition>(composition);
+  if (place == list.definitions.size()) {
+    list.definitions.emplace_back();
+    list.compositions.emplace_back();
+  } else {
+    list.freePlaces.pop_back();
+  }
+  list.definitions[place] = std::move(definition);
+  list.compositions[place] = std::move(stored);
+  const int index = static_cast<int>(list.order.size());
+  list.order.push_back(nextSerial_ << UnitList::kPlaceBits | place);
+  places_[name] = {quantity, nextSerial_++};
+  if (!list.namesStale) list.names.push_back(name);
+  return index;
 }
 
 void UnitManager::setupBuiltinBaseUnits() {
@@ -139,8 +156,9 @@ void UnitManager::setupBuiltinBaseUnits() {
 
   // "dimensionless" is neither announced nor guarded.
   for (int q = 0; q <= kLastBaseQuantity; ++q) {
-    for (const auto& definition : at(definitions_, q)) data_->runreg(definition.get());
-    for (const auto& definition : at(definitions_, q)) attachChangeVeto(definition.get());
+    const int count = static_cast<int>(at(units_, q).order.size());
+    for (int u = 0; u < count; ++u) data_->runreg(getUnitRepresentation(q, u));
+    for (int u = 0; u < count; ++u) attachChangeVeto(getUnitRepresentation(q, u));
   }
 }
 
@@ -211,9 +229,13 @@ int UnitManager::getUnitIndex(int quantity, const std::string& name) const {
 UnitManager::UnitAddress UnitManager::getUnitIndexAndPhysQuantIndex(const std::string& name) const {
   auto found = places_.find(name);
   if (found == places_.end()) return kNoUnit;
-  const auto& serials = at(serials_, found->second.quantity);
-  auto position = std::lower_bound(serials.begin(), serials.end(), found->second.serial);
-  return {found->second.quantity, static_cast<int>(position - serials.begin())};
+  const auto& order = at(units_, found->second.quantity).order;
+  const std::uint64_t serial = found->second.serial;
+  auto position = std::lower_bound(order.begin(), order.end(), serial,
+                                   [](std::uint64_t unit, std::uint64_t wanted) {
+                                     return unit >> UnitList::kPlaceBits < wanted;
+                                   });
+  return {found->second.quantity, static_cast<int>(position - order.begin())};
 }
 
 int UnitManager::getUnitPhysicalQuantityType(const std::string& name) const {
@@ -222,7 +244,8 @@ int UnitManager::getUnitPhysicalQuantityType(const std::string& name) const {
 }
 
 UnitRepresentation* UnitManager::getUnitRepresentation(int quantity, int index) const {
-  return at(at(definitions_, quantity), index).get();
+  const UnitList& list = at(units_, quantity);
+  return list.definitions[list.place(static_cast<std::size_t>(index))].get();
 }
 
 UnitRepresentation* UnitManager::getUnitRepresentation(const std::string& name) const {
@@ -235,7 +258,8 @@ UnitRepresentationApi* UnitManager::getUnitRepresentationApi(const std::string& 
 }
 
 const UnitComposition* UnitManager::getUnitComposition(int quantity, int index) const {
-  return at(at(compositions_, quantity), index).get();
+  const UnitList& list = at(units_, quantity);
+  return list.compositions[list.place(static_cast<std::size_t>(index))].get();
 }
 
 const UnitComposition* UnitManager::getUnitComposition(int quantity,
@@ -258,16 +282,25 @@ unsigned UnitManager::getNumUnits(int quantity) const {
 
 StringVector* UnitManager::getQuantityUnitStrings(int quantity) const {
   auto names = std::make_unique<StringVector>();
-  for (const std::string& name : at(unitNames_, quantity)) names->addElement(name.c_str());
+  for (const std::string& name : getQuantityUnitStrings2(quantity)) names->addElement(name.c_str());
   return names.release();
 }
 
 const std::vector<std::string>& UnitManager::getQuantityUnitStrings2(int quantity) const {
-  return at(unitNames_, quantity);
+  // Readers that hold no lock may ask at once; stale names are written anew under it.
+  RegistryLock::Hold hold;
+  const UnitList& list = at(units_, quantity);
+  if (list.namesStale) {
+    list.names.resize(list.order.size());
+    for (std::size_t u = 0; u < list.order.size(); ++u)
+      list.names[u] = list.definitions[list.place(u)]->getName();
+    list.namesStale = false;
+  }
+  return list.names;
 }
 
 std::string UnitManager::unitName(int quantity, int index) const {
-  return at(at(unitNames_, quantity), index);
+  return getUnitRepresentation(quantity, index)->getName();
 }
 
 bool UnitManager::isUnitBuiltin(int quantity, int index) const {
@@ -331,7 +364,7 @@ UnitManager::UnitAddress UnitManager::getUnitIfUsedInComposition(int quantity, i
     return first;
   }
   for (int q = 0; q < getNumQuantityLists(); ++q) {
-    for (int u = 0; u < static_cast<int>(at(definitions_, q).size()); ++u) {
+    for (int u = 0; u < static_cast<int>(at(units_, q).order.size()); ++u) {
       if (uses(*this, {q, u}, {quantity, index}, name)) return {q, u};
     }
   }
@@ -388,7 +421,7 @@ const UnitSystem* UnitManager::getSystemIfPrefixUsed(int prefixIndex) const {
 
 UnitManager::UnitAddress UnitManager::getUnitIfPrefixUsedInComposition(int prefixIndex) const {
   for (int q = 0; q < getNumQuantityLists(); ++q) {
-    for (int u = 0; u < static_cast<int>(at(compositions_, q).size()); ++u) {
+    for (int u = 0; u < static_cast<int>(at(units_, q).order.size()); ++u) {
       if (getUnitComposition(q, u)->containsPrefix(prefixIndex)) return {q, u};
     }
   }
@@ -590,10 +623,8 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
 
   while (getNumQuantityLists() <= quantity) appendQuantityLists();
   const int index = static_cast<int>(getNumUnits(quantity));
-  at(unitNames_, quantity).push_back(name);
-  places_[name] = {quantity, nextSerial_};
-  at(serials_, quantity).push_back(nextSerial_++);
-  at(definitions_, quantity).emplace_back(definition);  // the registry owns it now
+  // The registry owns the definition now.
+  appendUnit(quantity, name, std::unique_ptr<UnitRepresentation>(definition), *composition);
   cache_.setUnit(name, definition, isUserUnit(name));
   if (quantity <= kLastBaseQuantity) {
     const UnitBase& reference = *composition->getNumerator().begin();
@@ -605,7 +636,6 @@ void UnitManager::registerUnit(UnitRepresentationApi* definitionApi) {
   } else {
     incrementNumUnits(quantity);
   }
-  at(compositions_, quantity).push_back(std::make_unique<UnitComposition>(*composition));
   // Only a composition string that names a user unit has a marked entry.
   if (cache_.lookup(compositionText).marked) {
     for (const std::string& named : userUnitsNamedBy(definition->getCompositionString()))
@@ -659,17 +689,24 @@ void UnitManager::unregisterUnit(const std::string& name) {
   if (data_->removalHook) announcement.call([&] { data_->removalHook(definition); });
 
   forgetNames(name, definition->getCompositionString());
-  auto& names = at(unitNames_, quantity);
-  names.erase(names.begin() + index);
-  auto& compositions = at(compositions_, quantity);
-  compositions.erase(compositions.begin() + index);
   cache_.erase(name);
   --at(unitCounts_, quantity);
   places_.erase(name);
-  auto& serials = at(serials_, quantity);
-  serials.erase(serials.begin() + index);
-  auto& definitions = at(definitions_, quantity);
-  definitions.erase(definitions.begin() + index);
+  UnitList& list = at(units_, quantity);
+  const std::size_t place = list.place(static_cast<std::size_t>(index));
+  list.freePlaces.push_back(static_cast<std::uint32_t>(place));
+  list.compositions[place].reset();
+  list.definitions[place].reset();
+  // Only the compact list moves; the names are written anew when next read, unless the
+  // last unit went.
+  list.order.erase(list.order.begin() + index);
+  if (!list.namesStale) {
+    if (static_cast<std::size_t>(index) + 1 == list.names.size()) {
+      list.names.pop_back();
+    } else {
+      list.namesStale = true;
+    }
+  }
   if (quantity <= kLastBaseQuantity) converters_->removeConversionFunctionsForUnit(quantity, index);
   announcement.finish();
 }
@@ -740,8 +777,10 @@ void UnitManager::notifyPrefixAdded(const UnitPrefixApi* prefix) {
 }
 
 void UnitManager::forEachComposition(const std::function<void(UnitComposition&)>& visit) {
-  for (auto& list : compositions_) {
-    for (auto& composition : list) visit(*composition);
+  for (UnitList& list : units_) {
+    for (auto& composition : list.compositions) {
+      if (composition) visit(*composition);
+    }
   }
   cache_.forEach(visit);
 }
@@ -760,7 +799,7 @@ void UnitManager::verifyQuantityRemoval(int quantity) const {
     const std::string name = unitName(quantity, u);
     for (int q = 0; q < getNumQuantityLists(); ++q) {
       if (q == quantity) continue;
-      for (int other = 0; other < static_cast<int>(at(definitions_, q).size()); ++other) {
+      for (int other = 0; other < static_cast<int>(at(units_, q).order.size()); ++other) {
         if (uses(*this, {q, other}, {quantity, u}, name))
           raiseError(errors::BeingUsed, unitName(q, other));
       }
@@ -773,12 +812,9 @@ void UnitManager::notifyPhysicalQuantityRemoved(const QuantityDimensionApi*, uns
   for (int u = static_cast<int>(getNumUnits(quantity)) - 1; u >= 0; --u)
     unregisterUnit(unitName(quantity, u));
   std::size_t position = static_cast<std::size_t>(quantity);
-  if (position >= unitNames_.size()) return;
-  unitNames_.erase(unitNames_.begin() + quantity);
+  if (position >= units_.size()) return;
+  units_.erase(units_.begin() + quantity);
   unitCounts_.erase(unitCounts_.begin() + quantity);
-  compositions_.erase(compositions_.begin() + quantity);
-  definitions_.erase(definitions_.begin() + quantity);
-  serials_.erase(serials_.begin() + quantity);
   // Later quantities move down one index.
   for (auto& [name, place] : places_) {
     if (place.quantity > quantity) --place.quantity;

@@ -125,7 +125,7 @@ class UnitManager {
   unsigned getNumUnits(int quantity) const;
   // Returns a new list of the quantity's unit names in index order; the caller owns it.
   StringVector* getQuantityUnitStrings(int quantity) const;
-  // The quantity's own name list, not copied.
+  // The quantity's own name list, not copied; read it again after a change.
   const std::vector<std::string>& getQuantityUnitStrings2(int quantity) const;
   bool isUnitBuiltin(int quantity, int index) const;
   bool isUnitBuiltin(int quantity, const std::string& name) const;
@@ -223,7 +223,7 @@ class UnitManager {
       std::pair<double, double>& multiplierAndOffset) const;
   void incrementNumUnits(int quantity);
 
-  int getNumQuantityLists() const { return static_cast<int>(unitNames_.size()); }
+  int getNumQuantityLists() const { return static_cast<int>(units_.size()); }
 
  private:
   UnitManager();
@@ -236,6 +236,10 @@ class UnitManager {
   void attachChangeVeto(UnitRepresentation* definition);
   void appendQuantityLists();
   void addBaseUnit(int quantity, const char* name, bool libraryVisible);
+  // Gives the registry the unit as the quantity's last; returns its index.
+  int appendUnit(int quantity, const std::string& name,
+                 std::unique_ptr<UnitRepresentation> definition,
+                 const UnitComposition& composition);
   void markCompositionsStale();
   // Calls visit on every composition the registry keeps: the units' and the cached texts'.
   void forEachComposition(const std::function<void(UnitComposition&)>& visit);
@@ -262,14 +266,28 @@ class UnitManager {
   UnitConverterManager* converters_ = nullptr;
   DimensionalAnalysisManager* dimensions_ = nullptr;
 
+  // A quantity's units. Each unit keeps its definition and stored composition in a place
+  // of its own, which no removal moves (a removal frees a place for the next unit). The
+  // units in index order are one compact list of their serial numbers (increasing) and
+  // places: a unit's index is its position there, so a removal renumbers the later units
+  // by moving 8 bytes each, and touches nothing else of theirs.
+  struct UnitList {
+    static constexpr int kPlaceBits = 24;
+    std::size_t place(std::size_t index) const {
+      return static_cast<std::size_t>(order.at(index) & ((1U << kPlaceBits) - 1));
+    }
+    std::vector<std::uint64_t> order;  // serial << kPlaceBits | place, in index order
+    std::vector<std::unique_ptr<UnitRepresentation>> definitions;  // by place
+    std::vector<std::unique_ptr<UnitComposition>> compositions;    // by place
+    std::vector<std::uint32_t> freePlaces;
+    // The names in index order, as getQuantityUnitStrings2 hands them out: a registration
+    // appends to them, a removal only marks them stale, and the next read writes them anew.
+    mutable std::vector<std::string> names;
+    mutable bool namesStale = false;
+  };
   // Per quantity index, aligned with the quantity registry.
-  std::vector<std::vector<std::string>> unitNames_;
+  std::vector<UnitList> units_;
   std::vector<unsigned> unitCounts_;
-  std::vector<std::vector<std::unique_ptr<UnitComposition>>> compositions_;
-  std::vector<std::vector<std::unique_ptr<UnitRepresentation>>> definitions_;
-  // Each unit's serial number, increasing in index order: a unit's index is its
-  // serial's position, so a removal renumbers the later units without visiting them.
-  std::vector<std::vector<std::uint64_t>> serials_;
   // Per built-in quantity: units below this index are built-in.
   std::vector<int> builtinCounts_;
 

@@ -10,7 +10,7 @@ namespace TwUnits {
 namespace {
 
 constexpr std::size_t kHeader = sizeof(std::uint32_t);
-constexpr std::size_t kMostUnits = 0x7fffffffU;
+constexpr std::size_t kMostUnits = 0x3fffffffU;
 
 }  // namespace
 
@@ -43,6 +43,16 @@ UnitMultiset& UnitMultiset::operator=(UnitMultiset&& other) noexcept {
 }
 
 void UnitMultiset::take(UnitMultiset& other) noexcept {
+  if (other.lent()) {
+    // The storage stays with its owner: the units are copied (a failure to allocate the
+    // block for them ends the program, as in any noexcept move).
+    count_ = 0;
+    reserve(other.size(), true);
+    std::memcpy(static_cast<void*>(units()), other.units(), other.size() * sizeof(UnitBase));
+    setSize(other.size());
+    other.count_ = 0;
+    return;
+  }
   count_ = other.count_;
   if (other.inBlock()) {
     setBlock(other.block());
@@ -67,15 +77,45 @@ void UnitMultiset::setBlock(unsigned char* address) {
   std::memcpy(blockSlot(), &address, sizeof address);
 }
 
+// Lent storage is kept as the address a block's header would have, so that finding the
+// units takes one test, as it did before sets could borrow.
 UnitBase* UnitMultiset::units() {
-  return reinterpret_cast<UnitBase*>(inBlock() ? block() + kHeader : room_);
+  return reinterpret_cast<UnitBase*>((count_ & (kInBlock | kLent)) != 0 ? block() + kHeader
+                                                                        : room_);
 }
 
 const UnitBase* UnitMultiset::units() const {
-  return reinterpret_cast<const UnitBase*>(inBlock() ? block() + kHeader : room_);
+  return reinterpret_cast<const UnitBase*>((count_ & (kInBlock | kLent)) != 0 ? block() + kHeader
+                                                                              : room_);
+}
+
+namespace {
+
+constexpr std::size_t kLentCapacityAt = UnitMultiset::kInside * sizeof(UnitBase) - 4;
+static_assert(alignof(void*) - alignof(UnitBase) + sizeof(void*) <= kLentCapacityAt,
+              "the lent capacity lies after the address");
+
+}  // namespace
+
+void UnitMultiset::lendStorage(UnitBase* storage, std::size_t capacity) {
+  if (capacity < size() || capacity > kMostUnits)
+    throw std::length_error("lent storage must hold the units");
+  const std::size_t count = size();
+  std::memcpy(static_cast<void*>(storage), units(), count * sizeof(UnitBase));
+  releaseBlock();
+  // Kept as a block's address would be: four bytes before the storage, in its allocation.
+  setBlock(reinterpret_cast<unsigned char*>(storage) - kHeader);
+  const auto capacity32 = static_cast<std::uint32_t>(capacity);
+  std::memcpy(room_ + kLentCapacityAt, &capacity32, sizeof capacity32);
+  count_ = static_cast<std::uint32_t>(count) | kLent;
 }
 
 std::size_t UnitMultiset::capacity() const {
+  if (lent()) {
+    std::uint32_t capacity = 0;
+    std::memcpy(&capacity, room_ + kLentCapacityAt, sizeof capacity);
+    return capacity;
+  }
   if (!inBlock()) return kInside;
   std::uint32_t capacity = 0;
   std::memcpy(&capacity, block(), sizeof capacity);
