@@ -59,6 +59,7 @@ TEST_F(Composition, NameAndExponentLists) {
   using Lists = UnitCompositionApi::MakeupVectors;
   EXPECT_EQ(UnitComposition().getUnitMakeupVectors(), (Lists{{"dimensionless"}, {1}}));
   EXPECT_EQ(of({kMeter}, {kMeter}).getUnitMakeupVectors(), (Lists{{"meter"}, {0}}));
+  EXPECT_EQ(of({}, {kSecond}).getUnitMakeupVectors(), (Lists{{"second"}, {-1}}));
   EXPECT_EQ(of({kSecond}, {kKilogram, kMeter, kMeter}).getUnitMakeupVectors(),
             (Lists{{"kilogram", "meter", "second"}, {-1, -2, 1}}));
 }
